@@ -1,0 +1,140 @@
+// Control side of the simulated TV: what a test or agentsim sets up, scripts and observes. The
+// plug-in never includes this header; it reaches the simulated TV only through the middleware
+// interfaces in platform/tv/include.
+#pragma once
+
+#include <cstdint>
+#include <ctime>
+#include <functional>
+#include <stdexcept>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "marlo/tvapi/RootInterface.h"
+
+namespace tvsim {
+
+using marlo::lm::interfaces::tvapi::ParameterList;
+using marlo::lm::interfaces::tvapi::ParameterRecord;
+
+enum class KeyType { Int32, String, StringList, Int32List, Action, Invalid };
+
+// The type a key names: "marlo.sl2.<i32|str|vstr|vint32|action>.<dotted path>", plus the two
+// irregular keys "marlo.sl2.system.action.send.key" (action) and "marlo.sl2.cec.input.names"
+// (string list). Anything else is Invalid.
+KeyType keyType(const std::string& key);
+const char* keyTypeName(KeyType type);
+
+// A setting's value. A String key may also hold a StringList (some diagnosis keys are lists).
+using Value = std::variant<int32_t, std::string, std::vector<std::string>, std::vector<int32_t>>;
+
+// What a never-set key of this type reads as (0, "", [] or [] ).
+Value defaultValue(KeyType type);
+// Whether `value` may be stored under a key of `type`.
+bool fits(KeyType type, const Value& value);
+
+struct JournalEntry {
+    enum class Kind { Write, Action };
+    Kind kind = Kind::Write;
+    std::string key;
+    Value value;              // Write: the value written
+    ParameterList arguments;  // Action: the argument list
+    int32_t status = 0;       // what the handle returned
+};
+
+// Thrown by the profile loaders; what() is one line naming the file, the place and the problem.
+class ProfileError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+// Reacts to an action: fills the reply and returns the action's status.
+using ActionHandler = std::function<int32_t(const ParameterList& arguments, ParameterList& reply)>;
+
+// The one simulated TV of the process.
+class Tv {
+public:
+    static Tv& instance();
+
+    // Forget everything: settings, faults, journal, observers, action handlers, counters; the
+    // screen goes back to 1920x1080 with capture on; the filesystem root and time scale stay.
+    void reset();
+
+    // --- Initial state ---
+    // Profile document (JSON):
+    // {
+    //   "description": "text",
+    //   "settings": { "<key>": 42 | "text" | ["a", "b"] | [1, 2], ... },
+    //   "files":    { "/absolute/path": "text" | {"base64": "..."}, ... },
+    //   "screen":   { "width": 1920, "height": 1080 }
+    // }
+    // Settings are checked against their key's type. Files are written below the filesystem
+    // root. Throws ProfileError.
+    void loadProfileText(const std::string& text, const std::string& sourceName);
+    void loadProfileFile(const std::string& path);
+    // A plausible TV: identity, picture and sound state, sources, tuner, network, key files,
+    // model configuration.
+    void loadDefaultProfile();
+    static const std::string& defaultProfileText();
+
+    // --- Settings, as the TV itself changes them (observers fire, nothing is journaled) ---
+    // Returns false when the key is Invalid or the value does not fit its type.
+    bool set(const std::string& key, const Value& value);
+    Value get(const std::string& key) const;  // defaultValue of the key's type when never set
+
+    // --- Faults ---
+    void setProxyStartFails(bool fails);
+    void setInterfaceReferenceFails(bool fails);
+    void setRootInterfaceNull(bool null);
+    void setConnectStatus(const std::string& key, int32_t status);  // 0 removes the fault
+    void setWriteStatus(const std::string& key, int32_t status);    // 0 removes the fault
+
+    // --- Screen ---
+    void setScreenSize(int32_t width, int32_t height);
+    int32_t screenWidth() const;
+    int32_t screenHeight() const;
+    // With capture off the capture action writes nothing.
+    void setCaptureEnabled(bool enabled);
+
+    // --- Reactions ---
+    // Replaces the TV's own reaction to an action key (the built-in ones: screen capture,
+    // picture/sound resets, factory reset, send key, data module).
+    void setActionHandler(const std::string& key, ActionHandler handler);
+
+    // --- Observation ---
+    // Every write and action the plug-in made since the previous take, in order.
+    std::vector<JournalEntry> takeJournal();
+    // Blocks until every change made so far has been delivered to the observers.
+    void waitUntilDelivered();
+    int32_t cspDebugInitCalls() const;
+    int32_t proxyStarts() const;
+    int64_t connectCalls() const;        // every RootInterface::connect
+    int64_t openHandles() const;         // connected handles not yet disconnected (observers too)
+    size_t observerCount(const std::string& key) const;
+
+    // --- Filesystem root and time ---
+    // Folder that stands for "/" of the TV; fixed paths of the plug-in resolve inside it.
+    void setFilesystemRoot(const std::string& folder);
+    const std::string& filesystemRoot() const;
+    std::string resolvePath(const std::string& tvPath) const;
+    // Simulated time runs `scale` times faster than real time (default 1).
+    // Changing the scale keeps simulated time continuous.
+    void setTimeScale(double scale);
+    double timeScale() const;
+    // The simulated monotonic clock (CLOCK_MONOTONIC scaled from the moment of the last
+    // setTimeScale).
+    timespec monotonicNow() const;
+    // The real CLOCK_MONOTONIC time at which the simulated clock reaches `simulated`.
+    timespec realTimeOf(const timespec& simulated) const;
+    // Lets `seconds` of simulated time pass.
+    void sleepFor(double seconds) const;
+
+private:
+    Tv();
+    ~Tv();
+    struct State;
+    State* state_;
+};
+
+}  // namespace tvsim

@@ -1,0 +1,76 @@
+// agentsim: plays the support agent. Loads the TV plug-in as the agent does and lets a person or
+// a script drive it against a simulated TV.
+#include <cstdio>
+#include <functional>
+#include <map>
+#include <stdexcept>
+
+#include "Agent.h"
+#include "Commands.h"
+#include "Options.h"
+#include "SimulatedTv.h"
+
+namespace {
+
+using agentsim::Agent;
+using agentsim::Options;
+
+struct Command {
+    std::function<int(Agent&, const Options&)> run;
+    const char* help;
+};
+
+const std::map<std::string, Command>& commands() {
+    static const std::map<std::string, Command> table = {
+        {"demo",
+         {agentsim::runDemo,
+          "usage: agentsim [options] demo\n\nA guided tour: start-up, the command catalogue, "
+          "the device values and the access password.\n"}},
+        {"list",
+         {agentsim::runList,
+          "usage: agentsim [options] list\n\nThe command catalogue as a table: number, id, "
+          "kind, timeout, handler mask, category, name.\n"}},
+        {"password",
+         {agentsim::runPassword,
+          "usage: agentsim [options] password\n\nThe agent access password the plug-in "
+          "generates for this TV.\n"}},
+        {"device-values",
+         {agentsim::runDeviceValues,
+          "usage: agentsim [options] device-values\n\nThe model and platform values the "
+          "plug-in reports.\n"}},
+    };
+    return table;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    try {
+        const Options options = agentsim::parseOptions(argc, argv);
+        if (options.command.empty()) {
+            std::fputs(agentsim::kUsage, options.help ? stdout : stderr);
+            return options.help ? 0 : 2;
+        }
+        const auto found = commands().find(options.command);
+        if (found == commands().end()) {
+            std::fprintf(stderr, "agentsim: unknown command '%s' (see agentsim --help)\n",
+                         options.command.c_str());
+            return 2;
+        }
+        if (options.help) {
+            std::fputs(found->second.help, stdout);
+            return 0;
+        }
+        agentsim::SimulatedTv tv(options.tv);
+        Agent agent(options.pluginPath);
+        const int status = found->second.run(agent, options);
+        std::fflush(agent.out());
+        return status;
+    } catch (const std::invalid_argument& error) {
+        std::fprintf(stderr, "%s\n", error.what());
+        return 2;
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "%s\n", error.what());
+        return 1;
+    }
+}
