@@ -37,21 +37,31 @@ void initialize() {
     client->setStringValue(kSessionCodeKey, "sessionDefault");
 }
 
-std::vector<Zel::Sv::CommandBase*> createCommandsExt() { return norvane::createCommandCatalogue(); }
+std::vector<Zel::Sv::CommandBase*> createCommandsExt() {
+    return norvane::createCommandCatalogue();
+}
 
 Zel::Core::DeviceValues* createDeviceValuesExt(const char* deviceType) {
     return new norvane::Core::DeviceNvValues(deviceType);
 }
 
-std::string GetZelPassword() { return norvane::NvGetZelPassword(); }
+std::string GetZelPassword() {
+    return norvane::NvGetZelPassword();
+}
 
 int32_t fillVideoBufferExt(unsigned char* buffer, uint32_t size) {
     return norvane::NvFillVideoFrameBuffer(buffer, size);
 }
 
-int32_t getVideoWidthExt() { return norvane::videoWidth.load(std::memory_order_relaxed); }
+int32_t getVideoWidthExt() {
+    return norvane::videoWidth.load(std::memory_order_relaxed);
+}
 
-int32_t getVideoHeightExt() { return norvane::videoHeight.load(std::memory_order_relaxed); }
+int32_t getVideoHeightExt() {
+    return norvane::videoHeight.load(std::memory_order_relaxed);
+}
 
-std::string getGstreamerPathExt() { return "/3rd/ULI/lib/"; }
+std::string getGstreamerPathExt() {
+    return "/3rd/ULI/lib/";
+}
 }

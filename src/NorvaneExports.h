@@ -2,8 +2,8 @@
 #pragma once
 
 #include <cstdint>
-#include <type_traits>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "zel/core/DeviceValues.h"

@@ -23,20 +23,24 @@ constexpr const char* kRootInterfaceName = "marlo.lm.interfaces.tvapi.RootInterf
 constexpr const char* kMissingRootOrKey = "TV Root Interface is NULL or id is NULL.\n";
 
 const char* const kLanguageNames[] = {
-    "German",        "English",     "French",     "Italian",    "Spanish",
-    "Dutch",         "Czech",       "Greek",      "Polish",     "Hungarian",
-    "Finnish",       "Slovenian",   "Slovak",     "Turkish",    "Swedish",
-    "Danish",        "Portuguese",  "Russian",    "Norwegian",  "Chinese",
-    "Latvian",       "Lithuanian",  "Estonian",   "Ukrainian",  "Romanian",
-    "Byelorussian",  "Serbian",     "Croatian",   "Japanese",   "Irish",
-    "Welsh",         "Catalan",     "Gaelic",     "Basque",     "Galician",
-    "Scots",         "Breton",      "Corsican",   "Alemannic",  "Bulgarian",
-    "Arabic",        "Walloon",     "Luxembourgish", "Vietnamese", "Thai",
-    "Burmese",       "Uzbekistan",  "Hindi",      "Malaysian",  "Hebrew",
-    "Farsi",         "Indonesian",  "Macedonian", "Albanian",   "Kurdish",
-    "Traditional Chinese", "Armenian", "Georgian", "Urdu",      "Amharic",
-    "Kirghiz",       "Kazakh",      "Azerbaijani", "Icelandic", "Bosnian",
-    "Moldavian",     "Bengal",      "Mongolia",   "Montenegro", "Tamil",
+    "German",     "English",      "French",        "Italian",
+    "Spanish",    "Dutch",        "Czech",         "Greek",
+    "Polish",     "Hungarian",    "Finnish",       "Slovenian",
+    "Slovak",     "Turkish",      "Swedish",       "Danish",
+    "Portuguese", "Russian",      "Norwegian",     "Chinese",
+    "Latvian",    "Lithuanian",   "Estonian",      "Ukrainian",
+    "Romanian",   "Byelorussian", "Serbian",       "Croatian",
+    "Japanese",   "Irish",        "Welsh",         "Catalan",
+    "Gaelic",     "Basque",       "Galician",      "Scots",
+    "Breton",     "Corsican",     "Alemannic",     "Bulgarian",
+    "Arabic",     "Walloon",      "Luxembourgish", "Vietnamese",
+    "Thai",       "Burmese",      "Uzbekistan",    "Hindi",
+    "Malaysian",  "Hebrew",       "Farsi",         "Indonesian",
+    "Macedonian", "Albanian",     "Kurdish",       "Traditional Chinese",
+    "Armenian",   "Georgian",     "Urdu",          "Amharic",
+    "Kirghiz",    "Kazakh",       "Azerbaijani",   "Icelandic",
+    "Bosnian",    "Moldavian",    "Bengal",        "Mongolia",
+    "Montenegro", "Tamil",
 };
 
 void fillLanguageNames() {
@@ -72,7 +76,9 @@ int32_t startSettingsService() {
     return 0;
 }
 
-bool usable(const char* key) { return rootInterface != nullptr && key != nullptr && *key != '\0'; }
+bool usable(const char* key) {
+    return rootInterface != nullptr && key != nullptr && *key != '\0';
+}
 
 // The shape every primitive shares: connect the key, run the typed operation on its handle,
 // disconnect. Returns false (logged) when the key cannot be reached.
@@ -120,7 +126,9 @@ ParameterList makeParameters(const std::vector<std::string>& values) {
     return parameters;
 }
 
-const std::map<int32_t, std::string>& languageNames() { return languageTable; }
+const std::map<int32_t, std::string>& languageNames() {
+    return languageTable;
+}
 
 ZelBizClient::ZelBizClient() {
     if (rootInterface == nullptr) {
@@ -165,8 +173,7 @@ int32_t ZelBizClient::getStringValue(const char* key, std::string& value,
 
 int32_t ZelBizClient::setStringValue(const char* key, const std::string& value) {
     int32_t result = 0;
-    if (!withHandle(key, nullptr,
-                    [&](ValueHandle& handle) { result = handle.setString(value); })) {
+    if (!withHandle(key, nullptr, [&](ValueHandle& handle) { result = handle.setString(value); })) {
         return -1;
     }
     consoleLog(kLogInfo, "set value of [%s] successfully, value = %s, res = %d.\n", key,
@@ -191,7 +198,7 @@ int32_t ZelBizClient::getIntVector(const char* key, std::vector<int32_t>& value,
 int32_t ZelBizClient::getIntValueStatus(const char* key, int32_t& value,
                                         tvmodelapi::Observer* observer) {
     return withHandle(key, observer, [&](ValueHandle& handle) { value = handle.getInt32(); }) ? 0
-                                                                                             : -1;
+                                                                                              : -1;
 }
 
 int32_t ZelBizClient::onAction(const char* key, ParameterList& reply,
@@ -210,8 +217,7 @@ int32_t ZelBizClient::connectIntObserver(const char* key,
     return attachObserver(key, observer);
 }
 
-int32_t ZelBizClient::connectStringObserver(const char* key,
-                                            tvmodelapi::ObserverString* observer) {
+int32_t ZelBizClient::connectStringObserver(const char* key, tvmodelapi::ObserverString* observer) {
     return attachObserver(key, observer);
 }
 

@@ -5,13 +5,19 @@
 
 namespace norvane {
 
-std::string platformPath(const std::string& tvPath) { return tvPath; }
+std::string platformPath(const std::string& tvPath) {
+    return tvPath;
+}
 
 namespace clock {
 
-void sleepSeconds(unsigned int seconds) { ::sleep(seconds); }
+void sleepSeconds(unsigned int seconds) {
+    ::sleep(seconds);
+}
 
-void sleepMicroseconds(unsigned int microseconds) { ::usleep(microseconds); }
+void sleepMicroseconds(unsigned int microseconds) {
+    ::usleep(microseconds);
+}
 
 timespec monotonicNow() {
     timespec now{};

@@ -11,6 +11,8 @@
 
 #include "support/SimulatedPlatform.h"
 #include "zel/PluginApi.h"
+#include "zel/core/DeviceValues.h"
+#include "zel/sv/CommandBase.h"
 
 namespace {
 

@@ -30,8 +30,10 @@ TEST(Exports, EachCommandListIsNewAndIndependent) {
         EXPECT_NE(first[i], second[i]);
         EXPECT_EQ(first[i]->getId(), second[i]->getId());
     }
-    for (Zel::Sv::CommandBase* command : first) delete command;
-    for (Zel::Sv::CommandBase* command : second) delete command;
+    for (Zel::Sv::CommandBase* command : first)
+        delete command;
+    for (Zel::Sv::CommandBase* command : second)
+        delete command;
 }
 
 TEST(Exports, InitializeStartsTheClientAndResetsTheSessionCode) {

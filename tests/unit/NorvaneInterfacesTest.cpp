@@ -34,7 +34,10 @@ TEST(NorvaneInterfacesEmptyTable, TextQueriesAnswerTheirStandIns) {
         {NvGetZelPassword, ""},
         {NvGetPictureMode, ""},
         {NvGetBrand, ""},
-        {[] { return NvGenerateZelPassword({"serial", "mac"}); }, ""},
+        {[] {
+             return NvGenerateZelPassword({"serial", "mac"});
+         },
+         ""},
         {[] { return NvGetReadFilePath("Log0", 0); }, ""},
     };
     for (const auto& [query, expected] : cases) {
@@ -154,9 +157,9 @@ protected:
 };
 
 TEST_F(RemoteButtonMapTest, KnownButtonsSendTheirTvKeys) {
-    for (const char* button : {"ENTER", "NUM0", "VOL_MUTE", "FAST_FORWARD", "KEY_PVR", "KEY_LITV",
-                               "KEY_FREEVIEW", "KEY_AUDIO_ONLY", "KEY_MEIDA", "KEY_MEDIA",
-                               "GUIDE", "KEY_EPG", "KEY_BROWSER"}) {
+    for (const char* button :
+         {"ENTER", "NUM0", "VOL_MUTE", "FAST_FORWARD", "KEY_PVR", "KEY_LITV", "KEY_FREEVIEW",
+          "KEY_AUDIO_ONLY", "KEY_MEIDA", "KEY_MEDIA", "GUIDE", "KEY_EPG", "KEY_BROWSER"}) {
         ZelKeyEventProc(button);
     }
     EXPECT_THAT(sentKeys, ElementsAre("KEY_OK", "KEY_0", "KEY_MUTE", "KEY_FASTFORWARD",

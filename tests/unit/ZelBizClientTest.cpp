@@ -140,8 +140,8 @@ TEST_F(ZelBizClientTest, ConnectFailureFailsPrimitivesButOnlyNegativeFailsObserv
     platform.tv().setConnectStatus(kVolume, -4);
     static Quiet negative;
     EXPECT_EQ(client.connectIntObserver(kVolume, &negative), -1);
-    EXPECT_EQ(console.take(), "\t<** Connect for " + std::string(kVolume) +
-                                  " failed (res = -4).\n **>\n");
+    EXPECT_EQ(console.take(),
+              "\t<** Connect for " + std::string(kVolume) + " failed (res = -4).\n **>\n");
 }
 
 TEST_F(ZelBizClientTest, TypedReadsAndActionsReachTheTv) {
@@ -170,11 +170,12 @@ TEST_F(ZelBizClientTest, TypedReadsAndActionsReachTheTv) {
                                           "] successfully, value = Usa.\n"));
 
     ParameterList reply;
-    EXPECT_EQ(client.onAction("marlo.sl2.system.action.send.key", reply,
-                              makeParameters({"KEY_HOME"})),
-              0);
-    EXPECT_EQ(console.take(),
-              "\t<-- onAction of [marlo.sl2.system.action.send.key] successfully, res = 0.\n -->\n");
+    EXPECT_EQ(
+        client.onAction("marlo.sl2.system.action.send.key", reply, makeParameters({"KEY_HOME"})),
+        0);
+    EXPECT_EQ(
+        console.take(),
+        "\t<-- onAction of [marlo.sl2.system.action.send.key] successfully, res = 0.\n -->\n");
     const auto journal = platform.tv().takeJournal();
     ASSERT_EQ(journal.size(), 1u);
     ASSERT_EQ(journal[0].arguments.size(), 1u);

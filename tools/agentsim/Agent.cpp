@@ -88,7 +88,9 @@ HandlerResult Agent::execute(Zel::Sv::CommandBase& command, const ZelJson::Value
     return outcome;
 }
 
-std::string Agent::password() { return plugin_.getPassword(); }
+std::string Agent::password() {
+    return plugin_.getPassword();
+}
 
 std::pair<std::string, std::string> Agent::deviceValues() {
     std::unique_ptr<Zel::Core::DeviceValues> values(plugin_.createDeviceValues("TV"));

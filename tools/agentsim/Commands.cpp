@@ -27,8 +27,9 @@ int runDeviceValues(Agent& agent, const Options&) {
 
 int runDemo(Agent& agent, const Options& options) {
     std::FILE* out = agent.out();
-    std::fprintf(out, "agentsim demo: the TV plug-in driven as the support agent drives it,\n"
-                      "on a simulated TV");
+    std::fprintf(out,
+                 "agentsim demo: the TV plug-in driven as the support agent drives it,\n"
+                 "on a simulated TV");
     std::fprintf(out, options.tv.profile.empty() ? " (built-in profile).\n" : " (%s).\n",
                  options.tv.profile.c_str());
 
@@ -36,8 +37,8 @@ int runDemo(Agent& agent, const Options& options) {
     agent.initialize();
     printPluginLogs(out, agent);
     std::fprintf(out, "  the TV's session-code setting now reads \"%s\"\n",
-                 std::get<std::string>(tvsim::Tv::instance().get(
-                                           "marlo.sl2.str.app.setting.zel.session.code"))
+                 std::get<std::string>(
+                     tvsim::Tv::instance().get("marlo.sl2.str.app.setting.zel.session.code"))
                      .c_str());
 
     printHeading(out, "Command catalogue: createCommandsExt()");
@@ -50,8 +51,8 @@ int runDemo(Agent& agent, const Options& options) {
 
     printHeading(out, "Access password: GetZelPassword()");
     const std::string password = agent.password();
-    std::fprintf(out, "  %s\n", password.empty() ? "(empty: no password generator registered)"
-                                                 : password.c_str());
+    std::fprintf(out, "  %s\n",
+                 password.empty() ? "(empty: no password generator registered)" : password.c_str());
 
     printHeading(out, "Screen: getVideoWidthExt() x getVideoHeightExt()");
     std::fprintf(out, "  %d x %d, media libraries in %s\n", agent.plugin().getVideoWidth(),

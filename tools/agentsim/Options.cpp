@@ -55,8 +55,8 @@ Options parseOptions(int argc, char** argv) {
                 used = 0;
             }
             if (used != value.size() || !(options.tv.timeScale > 0)) {
-                throw std::invalid_argument("agentsim: --time-scale needs a positive number, not '" +
-                                            value + "'");
+                throw std::invalid_argument(
+                    "agentsim: --time-scale needs a positive number, not '" + value + "'");
             }
         } else if (word == "--help" || word == "-h") {
             options.help = true;

@@ -7,7 +7,9 @@
 namespace agentsim {
 namespace {
 
-bool isTerminal(std::FILE* out) { return isatty(fileno(out)) != 0; }
+bool isTerminal(std::FILE* out) {
+    return isatty(fileno(out)) != 0;
+}
 
 // The console frames as they read, without the tab and line feeds that carry them.
 std::string readable(const std::string& framed) {
@@ -40,11 +42,11 @@ void printCatalogue(std::FILE* out, const std::vector<CommandSummary>& catalogue
         std::fprintf(out, "  (the plug-in offers no commands yet)\n");
         return;
     }
-    std::fprintf(out, "  %-3s %-50s %4s %7s %4s  %-19s %s\n", "#", "id", "kind", "timeout",
-                 "mask", "category", "name");
+    std::fprintf(out, "  %-3s %-50s %4s %7s %4s  %-19s %s\n", "#", "id", "kind", "timeout", "mask",
+                 "category", "name");
     for (const CommandSummary& command : catalogue) {
-        std::fprintf(out, "  %-3d %-50s %4d %7d %4d  %-19s %s\n", command.index,
-                     command.id.c_str(), command.kind, command.timeoutMs, command.mask,
+        std::fprintf(out, "  %-3d %-50s %4d %7d %4d  %-19s %s\n", command.index, command.id.c_str(),
+                     command.kind, command.timeoutMs, command.mask,
                      command.category.empty() ? "-" : command.category.c_str(),
                      command.name.empty() ? "-" : command.name.c_str());
     }

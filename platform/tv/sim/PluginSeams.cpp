@@ -11,13 +11,17 @@ std::string platformPath(const std::string& tvPath) {
 
 namespace clock {
 
-void sleepSeconds(unsigned int seconds) { tvsim::Tv::instance().sleepFor(seconds); }
+void sleepSeconds(unsigned int seconds) {
+    tvsim::Tv::instance().sleepFor(seconds);
+}
 
 void sleepMicroseconds(unsigned int microseconds) {
     tvsim::Tv::instance().sleepFor(microseconds / 1e6);
 }
 
-timespec monotonicNow() { return tvsim::Tv::instance().monotonicNow(); }
+timespec monotonicNow() {
+    return tvsim::Tv::instance().monotonicNow();
+}
 
 int timedWait(pthread_cond_t* condition, pthread_mutex_t* mutex, const timespec& deadline) {
     const timespec real = tvsim::Tv::instance().realTimeOf(deadline);

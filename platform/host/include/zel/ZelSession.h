@@ -11,11 +11,11 @@ extern "C" {
 // Filled by ZelGetStatus; 22 32-bit words on the 32-bit target. ZelFreeStatus releases what the
 // agent allocated inside it (the session code), not the record itself.
 typedef struct ZelStatus {
-    int32_t initialized;   // word 0: 1 when the agent is initialised
-    int32_t reserved1;     // word 1
-    int32_t state;         // word 2: session state
-    int32_t reserved3[6];  // words 3 to 8
-    char* sessionCode;     // word 9: NUL-terminated session code, or null
+    int32_t initialized;     // word 0: 1 when the agent is initialised
+    int32_t reserved1;       // word 1
+    int32_t state;           // word 2: session state
+    int32_t reserved3[6];    // words 3 to 8
+    char* sessionCode;       // word 9: NUL-terminated session code, or null
     int32_t reserved10[12];  // words 10 to 21
 } ZelStatus;
 

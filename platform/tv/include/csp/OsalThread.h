@@ -8,8 +8,8 @@ extern "C" {
 #endif
 
 int _cspOsalPOSIX_pthread_create_line(pthread_t* thread, const pthread_attr_t* attributes,
-                                      void* (*start)(void*), void* argument,
-                                      const char* sourceFile, int line);
+                                      void* (*start)(void*), void* argument, const char* sourceFile,
+                                      int line);
 
 #ifdef __cplusplus
 }

@@ -26,13 +26,11 @@ const std::initializer_list<const char*> kHdmiPorts = {"HDMI1", "HDMI2", "HDMI3"
 const std::initializer_list<const char*> kCecDevices = {"HDMI1-BD", "HDMI1-BSP", "HDMI1-AMP",
                                                         "HDMI4-BD"};
 // Pairs of a source name and its alias.
-const std::initializer_list<const char*> kSources = {"TV",    "Antenna",      "AV",
-                                                     "Composite", "HDMI1", "Game Console",
-                                                     "HDMI2", "Blu-ray"};
+const std::initializer_list<const char*> kSources = {"TV",    "Antenna",      "AV",    "Composite",
+                                                     "HDMI1", "Game Console", "HDMI2", "Blu-ray"};
 const std::initializer_list<const char*> kPictureModes = {
     "Vivid", "Standard", "Energy Saving", "Theater", "Game", "Sports", "CALIBRTED"};
-const std::initializer_list<const char*> kColourTemperatures = {"Medium", "Low", "Mid-Low",
-                                                                "High"};
+const std::initializer_list<const char*> kColourTemperatures = {"Medium", "Low", "Mid-Low", "High"};
 const std::initializer_list<const char*> kLevels = {"Off", "Low", "Medium", "High"};
 const std::initializer_list<const char*> kMotionModes = {"Off", "Custom", "Clear", "Standard",
                                                          "Smooth"};
@@ -88,7 +86,9 @@ int32_t act(int32_t (*function)(Arguments...), int32_t standIn, Arguments... arg
 }  // namespace
 
 #define NORVANE_DEFINE_SLOT_SETTER(number, name, type) \
-    void NvRegister##name(slot::type function) { table.name = function; }
+    void NvRegister##name(slot::type function) {       \
+        table.name = function;                         \
+    }
 NORVANE_CALLBACK_SLOTS(NORVANE_DEFINE_SLOT_SETTER)
 #undef NORVANE_DEFINE_SLOT_SETTER
 

@@ -51,15 +51,15 @@ void setIdentity(const Identity& identity);
 struct Session {
     int32_t initialized = 1;
     int32_t state = 1;
-    std::optional<std::string> code;  // absent: the record's session code is null
-    int32_t initResult = 0;           // what ZelSessionInit returns
+    std::optional<std::string> code;    // absent: the record's session code is null
+    int32_t initResult = 0;             // what ZelSessionInit returns
     std::string codeOnInit = "123456";  // the code a successful init produces
 };
 Session session();
 void setSession(const Session& session);
 
 struct HostCall {
-    std::string function;       // "ZelSessionInit", "ZelSessionTerm", "ZelCheckForSoftwareUpdate"
+    std::string function;  // "ZelSessionInit", "ZelSessionTerm", "ZelCheckForSoftwareUpdate"
     std::optional<int32_t> argument;
 };
 // Session calls the plug-in made since the last take.

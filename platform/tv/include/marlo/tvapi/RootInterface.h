@@ -23,7 +23,9 @@ struct ParameterRecord {
 using ParameterList = std::vector<ParameterRecord>;
 
 // Tag of the parameter at `position` (from 0) in an action list.
-constexpr int32_t parameterTag(int32_t position) { return position * 65536; }
+constexpr int32_t parameterTag(int32_t position) {
+    return position * 65536;
+}
 
 class ValueHandle {
 public:

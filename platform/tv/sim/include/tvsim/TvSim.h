@@ -70,7 +70,7 @@ public:
     //   "screen":   { "width": 1920, "height": 1080 }
     // }
     // Settings are checked against their key's type. Files are written below the filesystem
-    // root. Throws ProfileError.
+    // root (not at all while no root is set). Throws ProfileError.
     void loadProfileText(const std::string& text, const std::string& sourceName);
     void loadProfileFile(const std::string& path);
     // A plausible TV: identity, picture and sound state, sources, tuner, network, key files,
@@ -105,12 +105,14 @@ public:
     // --- Observation ---
     // Every write and action the plug-in made since the previous take, in order.
     std::vector<JournalEntry> takeJournal();
-    // Blocks until every change made so far has been delivered to the observers.
+    // Blocks until every change made so far has been delivered to the observers, together with
+    // the changes those observers make in turn. From inside an observer it returns at once (the
+    // running observer's own changes can only be delivered after it returns).
     void waitUntilDelivered();
     int32_t cspDebugInitCalls() const;
     int32_t proxyStarts() const;
-    int64_t connectCalls() const;        // every RootInterface::connect
-    int64_t openHandles() const;         // connected handles not yet disconnected (observers too)
+    int64_t connectCalls() const;  // every RootInterface::connect
+    int64_t openHandles() const;   // connected handles not yet disconnected (observers too)
     size_t observerCount(const std::string& key) const;
 
     // --- Filesystem root and time ---

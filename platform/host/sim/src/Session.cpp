@@ -1,0 +1,154 @@
+#include "zel/ZelSession.h"
+
+#include <cstdlib>
+#include <cstring>
+#include <mutex>
+#include <unordered_set>
+#include <utility>
+
+#include "ResetParts.h"
+#include "zelsim/HostSim.h"
+
+namespace {
+
+constexpr int32_t kStateIdle = 1;
+constexpr int32_t kStateCodeIssued = 4;
+
+struct SessionState {
+    std::mutex mutex;
+    zelsim::Session session;
+    std::vector<zelsim::HostCall> calls;
+    std::vector<std::string> messages;
+    // Every ZelGetStatus counts; a ZelFreeStatus only counts off a record that is outstanding,
+    // so freeing one record twice cannot hide a leak elsewhere, and filling a record again
+    // before freeing it (which loses its first code) stays counted.
+    std::unordered_set<const ZelStatus*> outstandingRecords;
+    int64_t outstandingCount = 0;
+};
+
+// Never destroyed: the plug-in's threads may still call while the process exits.
+SessionState& state() {
+    static SessionState* const instance = new SessionState;
+    return *instance;
+}
+
+char* copyOf(const std::optional<std::string>& code) {
+    return code ? strdup(code->c_str()) : nullptr;
+}
+
+void recordRelease(SessionState& current, const ZelStatus* record) {
+    if (current.outstandingRecords.erase(record) > 0) {
+        --current.outstandingCount;
+    }
+}
+
+}  // namespace
+
+extern "C" {
+
+int32_t ZelSessionInit(int32_t mode) {
+    SessionState& current = state();
+    std::lock_guard<std::mutex> lock(current.mutex);
+    current.calls.push_back({"ZelSessionInit", mode});
+    zelsim::Session& session = current.session;
+    if (session.initResult == 0) {
+        session.state = kStateCodeIssued;
+        session.code = session.codeOnInit;
+    }
+    return session.initResult;
+}
+
+void ZelSessionTerm(void) {
+    SessionState& current = state();
+    std::lock_guard<std::mutex> lock(current.mutex);
+    current.calls.push_back({"ZelSessionTerm", std::nullopt});
+    current.session.state = kStateIdle;
+    current.session.code.reset();
+}
+
+void ZelCheckForSoftwareUpdate(void) {
+    SessionState& current = state();
+    std::lock_guard<std::mutex> lock(current.mutex);
+    current.calls.push_back({"ZelCheckForSoftwareUpdate", std::nullopt});
+}
+
+int32_t ZelGetStatus(int32_t /*flags*/, ZelStatus* status) {
+    if (!status) {
+        return -1;
+    }
+    SessionState& current = state();
+    std::lock_guard<std::mutex> lock(current.mutex);
+    std::memset(status, 0, sizeof(*status));
+    status->initialized = current.session.initialized;
+    status->state = current.session.state;
+    status->sessionCode = copyOf(current.session.code);
+    current.outstandingRecords.insert(status);
+    ++current.outstandingCount;
+    return 0;
+}
+
+void ZelFreeStatus(ZelStatus* status) {
+    if (!status) {
+        return;
+    }
+    std::free(status->sessionCode);
+    status->sessionCode = nullptr;
+    SessionState& current = state();
+    std::lock_guard<std::mutex> lock(current.mutex);
+    recordRelease(current, status);
+}
+
+void ZelLogMessage(int32_t /*level*/, const char* message) {
+    SessionState& current = state();
+    std::lock_guard<std::mutex> lock(current.mutex);
+    current.messages.emplace_back(message ? message : "");
+}
+
+}  // extern "C"
+
+namespace zelsim {
+
+Session session() {
+    SessionState& current = state();
+    std::lock_guard<std::mutex> lock(current.mutex);
+    return current.session;
+}
+
+void setSession(const Session& session) {
+    SessionState& current = state();
+    std::lock_guard<std::mutex> lock(current.mutex);
+    current.session = session;
+}
+
+std::vector<HostCall> takeCalls() {
+    SessionState& current = state();
+    std::lock_guard<std::mutex> lock(current.mutex);
+    return std::exchange(current.calls, {});
+}
+
+std::vector<std::string> takeMessages() {
+    SessionState& current = state();
+    std::lock_guard<std::mutex> lock(current.mutex);
+    return std::exchange(current.messages, {});
+}
+
+int64_t unreleasedStatusRecords() {
+    SessionState& current = state();
+    std::lock_guard<std::mutex> lock(current.mutex);
+    return current.outstandingCount;
+}
+
+namespace detail {
+
+void resetSession() {
+    SessionState& current = state();
+    std::lock_guard<std::mutex> lock(current.mutex);
+    current.session = Session{};
+    current.calls.clear();
+    current.messages.clear();
+    current.outstandingRecords.clear();
+    current.outstandingCount = 0;
+}
+
+}  // namespace detail
+}  // namespace zelsim
