@@ -5,7 +5,9 @@ namespace norvane {
 
 void RegisterZelBizInterface() {
     consoleLog(kLogInfo, "RegisterZelBizInterface called.");
-    // The bridge functions, in slot order, as each bridge area lands.
+    // Settings bridge: identity, picture, sound, languages, diagnostics, data module.
+
+    // Files, screen and keys: log and channel-list files, screen frames, key sending.
 }
 
 }  // namespace norvane
