@@ -12,3 +12,13 @@ int runPassword(Agent& agent, const Options& options);
 int runDeviceValues(Agent& agent, const Options& options);
 
 }  // namespace agentsim
+
+namespace agentsim {
+
+int runDescribe(Agent& agent, const Options& options);
+int runGet(Agent& agent, const Options& options);
+int runExecute(Agent& agent, const Options& options);
+int runScreen(Agent& agent, const Options& options);
+int runScript(Agent& agent, const Options& options);
+
+}  // namespace agentsim

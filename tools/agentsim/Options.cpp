@@ -25,6 +25,11 @@ const char* const kUsage =
     "  list               the command catalogue\n"
     "  password           the agent access password\n"
     "  device-values      the device values the plug-in reports\n"
+    "  describe ID        a command's descriptor\n"
+    "  get ID [JSON]      a command's current values\n"
+    "  exec ID [JSON]     executes a command\n"
+    "  screen FILE.png    saves a screen frame\n"
+    "  run FILE|-         the scripted runner (JSON lines)\n"
     "\n"
     "Each command accepts --help.\n";
 

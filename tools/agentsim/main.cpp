@@ -34,6 +34,30 @@ const std::map<std::string, Command>& commands() {
          {agentsim::runPassword,
           "usage: agentsim [options] password\n\nThe agent access password the plug-in "
           "generates for this TV.\n"}},
+        {"describe",
+         {agentsim::runDescribe,
+          "usage: agentsim [options] describe ID|NUMBER\n\nThe command's descriptor document "
+          "and result code.\n"}},
+        {"get",
+         {agentsim::runGet,
+          "usage: agentsim [options] get ID|NUMBER [JSON]\n\nThe command's current values "
+          "(its get operation) for an optional request document.\n"}},
+        {"exec",
+         {agentsim::runExecute,
+          "usage: agentsim [options] exec ID|NUMBER [JSON]\n\nExecutes the command with an "
+          "input document (default {}) and shows its output and result code.\n"}},
+        {"screen",
+         {agentsim::runScreen,
+          "usage: agentsim [options] screen FILE.png\n\nFetches screen frames until one "
+          "arrives and saves it as a PNG picture.\n"}},
+        {"run",
+         {agentsim::runScript,
+          "usage: agentsim [options] run FILE|-\n\nThe scripted runner: one JSON request per "
+          "line (blank lines skipped), one JSON answer per request with its \"step\" (the "
+          "line number) and either \"error\" or the op's results. Ops: init, tv.set, tv.get, "
+          "tv.fault, tv.screen, tv.file, tv.stat, tv.read, journal, list, describe, get, exec, "
+          "password, deviceValues, videoSize, gstreamerPath, frame, identity, host.session, "
+          "host.set, host.calls, wait, logs.\n"}},
         {"device-values",
          {agentsim::runDeviceValues,
           "usage: agentsim [options] device-values\n\nThe model and platform values the "

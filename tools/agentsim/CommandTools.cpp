@@ -1,0 +1,112 @@
+// The subcommands that drive one command, the screen, or a script.
+#include <fstream>
+#include <iostream>
+#include <stdexcept>
+#include <vector>
+
+#include "Commands.h"
+#include "JsonText.h"
+#include "PngFile.h"
+#include "Presentation.h"
+#include "ScriptRunner.h"
+#include "tvsim/TvSim.h"
+
+namespace agentsim {
+namespace {
+
+Zel::Sv::CommandBase& commandNamed(Agent& agent, const Options& options) {
+    if (options.arguments.empty()) {
+        throw std::invalid_argument("agentsim: " + options.command +
+                                    " needs a command id or number");
+    }
+    Zel::Sv::CommandBase* command = agent.findCommand(options.arguments[0]);
+    if (command == nullptr) {
+        throw std::invalid_argument("agentsim: unknown command id " + options.arguments[0] +
+                                    " (see agentsim list)");
+    }
+    return *command;
+}
+
+ZelJson::Value documentArgument(const Options& options) {
+    if (options.arguments.size() < 2) {
+        return ZelJson::Value(ZelJson::objectValue);
+    }
+    if (options.arguments.size() > 2) {
+        throw std::invalid_argument("agentsim: give the JSON document as one argument (quote it)");
+    }
+    ZelJson::Value document;
+    simjson::ParseError error;
+    if (!simjson::parse(options.arguments[1], document, error)) {
+        throw std::invalid_argument("agentsim: invalid JSON at column " +
+                                    std::to_string(error.column) + ": " + error.message);
+    }
+    return document;
+}
+
+int show(Agent& agent, const HandlerResult& outcome) {
+    std::fprintf(agent.out(), "%s\nresult: %d\n", simjson::pretty(outcome.document).c_str(),
+                 outcome.result);
+    return 0;
+}
+
+}  // namespace
+
+int runDescribe(Agent& agent, const Options& options) {
+    agent.initialize();
+    return show(agent, agent.describe(commandNamed(agent, options)));
+}
+
+int runGet(Agent& agent, const Options& options) {
+    agent.initialize();
+    Zel::Sv::CommandBase& command = commandNamed(agent, options);
+    return show(agent, agent.get(command, documentArgument(options)));
+}
+
+int runExecute(Agent& agent, const Options& options) {
+    agent.initialize();
+    Zel::Sv::CommandBase& command = commandNamed(agent, options);
+    return show(agent, agent.execute(command, documentArgument(options)));
+}
+
+int runScreen(Agent& agent, const Options& options) {
+    if (options.arguments.size() != 1) {
+        throw std::invalid_argument("agentsim: screen needs one output file (FILE.png)");
+    }
+    agent.initialize();
+    // Captures are asynchronous: each call returns the frame the previous call asked for.
+    constexpr int kTries = 10;
+    for (int attempt = 1; attempt <= kTries; ++attempt) {
+        const int32_t width = agent.plugin().getVideoWidth();
+        const int32_t height = agent.plugin().getVideoHeight();
+        std::vector<unsigned char> frame(static_cast<size_t>(width) * height * 4);
+        if (agent.plugin().fillVideoBuffer(frame.data(), static_cast<uint32_t>(frame.size())) ==
+            0) {
+            writePng(options.arguments[0], width, height, frame.data());
+            std::fprintf(agent.out(), "%s: %d x %d screen frame\n", options.arguments[0].c_str(),
+                         width, height);
+            return 0;
+        }
+        tvsim::Tv::instance().sleepFor(0.1);
+    }
+    std::fprintf(stderr, "agentsim: no screen frame arrived after %d tries\n", kTries);
+    return 1;
+}
+
+int runScript(Agent& agent, const Options& options) {
+    if (options.arguments.size() != 1) {
+        throw std::invalid_argument("agentsim: run needs one script file, or - for standard input");
+    }
+    ScriptRunner runner(agent);
+    if (options.arguments[0] == "-") {
+        runner.run(std::cin, agent.out());
+        return 0;
+    }
+    std::ifstream script(options.arguments[0]);
+    if (!script) {
+        throw std::runtime_error("agentsim: cannot read the script " + options.arguments[0]);
+    }
+    runner.run(script, agent.out());
+    return 0;
+}
+
+}  // namespace agentsim
