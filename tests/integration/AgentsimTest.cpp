@@ -116,7 +116,9 @@ TEST(AgentsimCommandLine, EveryCommandExplainsItself) {
 }
 
 TEST(AgentsimDemo, RunsToTheEnd) {
-    const ProcessResult demo = agentsim({"--time-scale", "200", "demo"});
+    const std::string snapshot = testing::TempDir() + "demo-screen.png";
+    const ProcessResult demo = agentsim({"--time-scale", "200", "demo", snapshot});
+    std::remove(snapshot.c_str());
     EXPECT_EQ(demo.exitCode, 0) << demo.err;
     EXPECT_THAT(demo.out, HasSubstr("== Start-up: initialize() =="));
     EXPECT_THAT(demo.out, HasSubstr("== Command catalogue: createCommandsExt() =="));

@@ -6,10 +6,9 @@
 
 #include "Commands.h"
 #include "JsonText.h"
-#include "PngFile.h"
 #include "Presentation.h"
+#include "Screen.h"
 #include "ScriptRunner.h"
-#include "tvsim/TvSim.h"
 
 namespace agentsim {
 namespace {
@@ -73,23 +72,11 @@ int runScreen(Agent& agent, const Options& options) {
         throw std::invalid_argument("agentsim: screen needs one output file (FILE.png)");
     }
     agent.initialize();
-    // Captures are asynchronous: each call returns the frame the previous call asked for.
-    constexpr int kTries = 10;
-    for (int attempt = 1; attempt <= kTries; ++attempt) {
-        const int32_t width = agent.plugin().getVideoWidth();
-        const int32_t height = agent.plugin().getVideoHeight();
-        std::vector<unsigned char> frame(static_cast<size_t>(width) * height * 4);
-        if (agent.plugin().fillVideoBuffer(frame.data(), static_cast<uint32_t>(frame.size())) ==
-            0) {
-            writePng(options.arguments[0], width, height, frame.data());
-            std::fprintf(agent.out(), "%s: %d x %d screen frame\n", options.arguments[0].c_str(),
-                         width, height);
-            return 0;
-        }
-        tvsim::Tv::instance().sleepFor(0.1);
+    if (!saveScreen(agent, options.arguments[0])) {
+        std::fprintf(stderr, "agentsim: no screen frame arrived\n");
+        return 1;
     }
-    std::fprintf(stderr, "agentsim: no screen frame arrived after %d tries\n", kTries);
-    return 1;
+    return 0;
 }
 
 int runScript(Agent& agent, const Options& options) {

@@ -24,8 +24,9 @@ const std::map<std::string, Command>& commands() {
     static const std::map<std::string, Command> table = {
         {"demo",
          {agentsim::runDemo,
-          "usage: agentsim [options] demo\n\nA guided tour: start-up, the command catalogue, "
-          "the device values and the access password.\n"}},
+          "usage: agentsim [options] demo [SNAPSHOT.png]\n\nA guided tour: start-up, the "
+          "command catalogue, the device identity and a screen snapshot (saved as "
+          "agentsim-demo-screen.png unless named).\n"}},
         {"list",
          {agentsim::runList,
           "usage: agentsim [options] list\n\nThe command catalogue as a table: number, id, "
