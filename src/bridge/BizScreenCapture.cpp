@@ -1,8 +1,223 @@
 #include "bridge/BizScreenCapture.h"
 
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdio>
+
+#include "bridge/BizSettingAccess.h"
+#include "common/ConsoleLog.h"
+#include "common/Seams.h"
+
+// Where the CPU offers wider vectors than the baseline, the pixel conversion gets a version for
+// them, chosen when the library loads.
+#if defined(__x86_64__) && defined(__GNUC__)
+#define NV_VECTOR_CLONES __attribute__((target_clones("avx2", "default")))
+#else
+#define NV_VECTOR_CLONES
+#endif
+
 namespace norvane {
 
 std::atomic<int32_t> videoWidth{1920};
 std::atomic<int32_t> videoHeight{1080};
+
+namespace {
+
+constexpr const char* kCaptureKey = "marlo.sl2.action.system.capture.screen";
+constexpr const char* kScreenshotFolder = "/tmp/screenshot/";
+constexpr const char* kScreenshotFiles[] = {"test0.raw", "test1.raw"};
+constexpr const char* kProbeFile = "test0.raw";
+constexpr size_t kBytesPerPixel = 4;
+constexpr int32_t kMostMisses = 8;
+// The TV's screenshot group: the capture service writes into the folder through it.
+constexpr gid_t kScreenshotGroup = 403;
+
+struct ScreenSize {
+    long fileBytes;
+    int32_t width;
+    int32_t height;
+};
+constexpr ScreenSize kScreenSizes[] = {{3686400, 1280, 720}, {8294400, 1920, 1080}};
+
+// Only the frame path touches these; the agent asks for frames from one thread at a time.
+uint32_t frameCounter = 0;
+int32_t missCounter = 0;
+
+std::string screenshotPath(const char* fileName) {
+    return platformPath(std::string(kScreenshotFolder) + fileName);
+}
+
+bool exists(const std::string& path) {
+    return access(path.c_str(), F_OK) == 0;
+}
+
+// B,G,R,A to R,G,B,A. Fixed-size blocks of plain byte moves let the compiler turn each block into
+// vector shuffles without a run-time check.
+NV_VECTOR_CLONES void convertPixels(const unsigned char* __restrict from,
+                                    unsigned char* __restrict to, size_t pixels) {
+    constexpr size_t kBlock = 16;
+    const auto convertOne = [](const unsigned char* pixel, unsigned char* out) {
+        out[0] = pixel[2];
+        out[1] = pixel[1];
+        out[2] = pixel[0];
+        out[3] = pixel[3];
+    };
+    size_t pixel = 0;
+    for (; pixel + kBlock <= pixels; pixel += kBlock) {
+        for (size_t inBlock = 0; inBlock < kBlock; ++inBlock) {
+            const size_t offset = (pixel + inBlock) * kBytesPerPixel;
+            convertOne(from + offset, to + offset);
+        }
+    }
+    for (; pixel < pixels; ++pixel) {
+        convertOne(from + pixel * kBytesPerPixel, to + pixel * kBytesPerPixel);
+    }
+}
+
+// Converts the complete pixels the open screenshot holds, at most `framePixels`, into `buffer`
+// straight from a mapping of the file. Returns how many were converted.
+size_t convertScreenshot(int file, size_t framePixels, unsigned char* buffer) {
+    struct stat status {};
+    if (fstat(file, &status) != 0 || status.st_size <= 0) {
+        return 0;
+    }
+    const size_t pixels =
+        std::min(static_cast<size_t>(status.st_size) / kBytesPerPixel, framePixels);
+    if (pixels == 0) {
+        return 0;
+    }
+    const size_t length = pixels * kBytesPerPixel;
+    void* mapping = mmap(nullptr, length, PROT_READ, MAP_PRIVATE, file, 0);
+    if (mapping == MAP_FAILED) {
+        return 0;
+    }
+    convertPixels(static_cast<const unsigned char*>(mapping), buffer, pixels);
+    munmap(mapping, length);
+    return pixels;
+}
+
+// Delivers the screenshot at `path` into `buffer`; see BizFillVideoFrameBuffer.
+int32_t deliverScreenshot(const std::string& path, size_t framePixels, unsigned char* buffer) {
+    const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (file < 0) {
+        unlink(path.c_str());
+        return 0;
+    }
+    const size_t converted = convertScreenshot(file, framePixels, buffer);
+    close(file);
+    if (converted < framePixels) {
+        // Kept: the next capture into this file replaces it.
+        consoleLog(kLogError, "fillVideoFrameBuffer error. total num = %d",
+                   static_cast<int>(converted));
+        return -1;
+    }
+    consoleLog(kLogInfo, "fillVideoFrameBuffer, pixels num: %d", static_cast<int>(converted));
+    unlink(path.c_str());
+    return 0;
+}
+
+bool createScreenshotFolder(const std::string& folder) {
+    if (mkdir(folder.c_str(), 0755) != 0) {
+        return false;
+    }
+    chmod(folder.c_str(), 0770);
+    if (chown(folder.c_str(), static_cast<uid_t>(-1), kScreenshotGroup) != 0) {
+        // Not permitted here: the folder stays its owner's, which is all the plug-in needs.
+    }
+    return true;
+}
+
+long fileSizeOf(std::FILE* file) {
+    std::fseek(file, 0, SEEK_END);
+    return std::ftell(file);
+}
+
+void takeScreenSize(long fileBytes) {
+    for (const ScreenSize& size : kScreenSizes) {
+        if (size.fileBytes == fileBytes) {
+            videoWidth.store(size.width, std::memory_order_relaxed);
+            videoHeight.store(size.height, std::memory_order_relaxed);
+            return;
+        }
+    }
+    consoleLog(kLogError, "Get screen pixel number error!");
+}
+
+}  // namespace
+
+int32_t BizActionCaptureScreen(const std::vector<std::string>& parts) {
+    if (parts.size() < 2) {
+        consoleLog(kLogError, "In BizActionCaptureScreen, parameter error.");
+        return -1;
+    }
+    runAction(kCaptureKey, {parts[0], parts[1]});
+    return 0;
+}
+
+int32_t BizFillVideoFrameBuffer(unsigned char* buffer, uint32_t size) {
+    if (buffer == nullptr) {
+        consoleLog(kLogError, "Error Invalid Parameter.");
+        return -1;
+    }
+    const int32_t width = videoWidth.load(std::memory_order_relaxed);
+    const int32_t height = videoHeight.load(std::memory_order_relaxed);
+    consoleLog(kLogInfo, "size = %u, iVideoWidth = %d, iVideoHeight = %d", size, width, height);
+    const size_t framePixels = static_cast<size_t>(width) * static_cast<size_t>(height);
+    if (size < framePixels * kBytesPerPixel) {
+        consoleLog(kLogError, "(size = %u) < WIDTH * HEIGHT * 4 ", size);
+        return -1;
+    }
+    const uint32_t frame = frameCounter++;
+    const char* readFile = kScreenshotFiles[frame % 2];
+    const char* captureFile = kScreenshotFiles[(frame + 1) % 2];
+    if (missCounter < kMostMisses) {
+        BizActionCaptureScreen({kScreenshotFolder, captureFile});
+    }
+    const std::string readPath = screenshotPath(readFile);
+    if (!exists(readPath)) {
+        consoleLog(kLogError, "The raw file is not exit.");
+        // Past kMostMisses the count no longer matters; it stops there.
+        if (missCounter < kMostMisses) {
+            ++missCounter;
+        }
+        return -1;
+    }
+    missCounter = 0;
+    return deliverScreenshot(readPath, framePixels, buffer);
+}
+
+int32_t BizInitScreenSize() {
+    const std::string folder = platformPath(kScreenshotFolder);
+    if (!exists(folder) && !createScreenshotFolder(folder)) {
+        consoleLog(kLogError, "Creat raw file path fail!");
+        return -1;
+    }
+    BizActionCaptureScreen({kScreenshotFolder, kProbeFile});
+    clock::sleepSeconds(1);
+    const std::string path = screenshotPath(kProbeFile);
+    if (!exists(path)) {
+        consoleLog(kLogError, "The screen shot file is not exit, strGetFileFullPath is %s",
+                   path.c_str());
+        return 0;
+    }
+    std::FILE* file = std::fopen(path.c_str(), "rb");
+    if (file == nullptr) {
+        consoleLog(kLogError, "Open screenshot file fail!");
+        return -1;
+    }
+    const long fileBytes = fileSizeOf(file);
+    consoleLog(kLogInfo, "lFileSize = %d", static_cast<int>(fileBytes));
+    takeScreenSize(fileBytes);
+    std::fclose(file);
+    if (std::remove(path.c_str()) != 0) {
+        consoleLog(kLogError, "Remove .raw file fail!");
+    }
+    return 0;
+}
 
 }  // namespace norvane

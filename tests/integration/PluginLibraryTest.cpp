@@ -62,7 +62,8 @@ TEST(PluginLibrary, ExportsExactlyTheAgentsEntryPoints) {
     EXPECT_THAT(exportsOf(NORVANE_PLUGIN_PATH),
                 UnorderedElementsAre("initialize", "createCommandsExt", "createDeviceValuesExt",
                                      "GetZelPassword", "fillVideoBufferExt", "getVideoWidthExt",
-                                     "getVideoHeightExt", "getGstreamerPathExt"));
+                                     "getVideoHeightExt", "getGstreamerPathExt",
+                                     "NvCreateNewZelIdJson"));
 }
 
 template <typename Function>

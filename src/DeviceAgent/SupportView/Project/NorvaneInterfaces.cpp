@@ -41,8 +41,10 @@ const std::initializer_list<const char*> kLanguages = {"English", "French", "Ger
                                                        "Italian"};
 const std::initializer_list<const char*> kBluetoothDiagnosis = {"OK", "Test BT Module",
                                                                 "Test_BT_FW_1.0"};
-const std::initializer_list<const char*> kBluetoothDevices = {"Test BT Speaker",
-                                                              "Test BT Headphones"};
+// One device per entry: "name,address,profile,attribute".
+const std::initializer_list<const char*> kBluetoothDevices = {
+    "Test BT Speaker,00:11:22:33:44:55,A2DP,Connected",
+    "Test BT Headphones,00:11:22:33:44:66,A2DP,Paired"};
 }  // namespace stand_in
 
 // The wrapper shapes.
@@ -528,6 +530,7 @@ int32_t NvFillVideoFrameBuffer(unsigned char* buffer, uint32_t size) {
 // Remote buttons
 
 int32_t NvKeyEventProc(const std::string& key) {
+    NV_TRACE(__func__);
     if (table.KeyEventProc != nullptr) {
         table.KeyEventProc(std::string(key));
     } else {

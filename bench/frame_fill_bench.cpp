@@ -1,0 +1,167 @@
+// Frame delivery cost: the plug-in's frame fill of a warm 1080p screenshot, next to a plain read
+// of the same file and to a reader that takes the file one pixel per stream read.
+#include <benchmark/benchmark.h>
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "DeviceAgent/SupportView/Project/NorvaneInterfaces.h"
+#include "NorvaneExports.h"
+#include "bridge/ZelBizClient.h"
+#include "tvsim/TvSim.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr size_t kFrameBytes = 1920 * 1080 * 4;
+constexpr const char* kScreenshots[] = {"/tmp/screenshot/test0.raw", "/tmp/screenshot/test1.raw"};
+
+// A simulated TV holding one 1080p screenshot (kept as a master copy) that stays in the page
+// cache. The TV writes no screenshots itself, so that only the plug-in's side is measured.
+class ScreenshotTv {
+public:
+    static ScreenshotTv& instance() {
+        static ScreenshotTv tv;
+        return tv;
+    }
+
+    const std::string& master() const { return master_; }
+
+    // Gives each screenshot name the master's data again: a new link, so nothing is copied and
+    // the data stays warm. Also drops the TV's record of the capture requests.
+    void restoreScreenshots() const {
+        tvsim::Tv& tv = tvsim::Tv::instance();
+        for (const char* screenshot : kScreenshots) {
+            link(master_.c_str(), tv.resolvePath(screenshot).c_str());
+        }
+        tv.takeJournal();
+    }
+
+private:
+    ScreenshotTv() {
+        char pattern[] = "/tmp/norvane-bench-XXXXXX";
+        if (mkdtemp(pattern) == nullptr) {
+            throw std::runtime_error("cannot create the TV root");
+        }
+        root_ = pattern;
+        tvsim::Tv& tv = tvsim::Tv::instance();
+        tv.setFilesystemRoot(root_);
+        tv.setTimeScale(1000);
+        tv.setCaptureEnabled(false);
+        master_ = tv.resolvePath("/tmp/screenshot/master.raw");
+        fs::create_directories(fs::path(master_).parent_path());
+        std::string pixels(kFrameBytes, '\0');
+        for (size_t i = 0; i < pixels.size(); ++i) {
+            pixels[i] = static_cast<char>(i * 31 + i / 7680);
+        }
+        std::ofstream(master_, std::ios::binary) << pixels;
+        norvane::ZelBizClient::getInstance();
+        norvane::RegisterZelBizInterface();
+    }
+    ~ScreenshotTv() {
+        std::error_code ignored;
+        fs::remove_all(root_, ignored);
+    }
+
+    std::string root_;
+    std::string master_;
+};
+
+// The plug-in logs every frame on standard output; keep that out of the result table.
+class QuietStdout {
+public:
+    QuietStdout() {
+        std::fflush(stdout);
+        saved_ = dup(STDOUT_FILENO);
+        const int null = open("/dev/null", O_WRONLY);
+        dup2(null, STDOUT_FILENO);
+        close(null);
+    }
+    ~QuietStdout() {
+        std::fflush(stdout);
+        dup2(saved_, STDOUT_FILENO);
+        close(saved_);
+    }
+    QuietStdout(const QuietStdout&) = delete;
+    QuietStdout& operator=(const QuietStdout&) = delete;
+
+private:
+    int saved_ = -1;
+};
+
+void BM_FillFrame1080p(benchmark::State& state) {
+    const ScreenshotTv& tv = ScreenshotTv::instance();
+    std::vector<unsigned char> buffer(kFrameBytes);
+    const QuietStdout quiet;
+    for (auto _ : state) {
+        state.PauseTiming();
+        tv.restoreScreenshots();
+        state.ResumeTiming();
+        if (fillVideoBufferExt(buffer.data(), kFrameBytes) != 0) {
+            state.SkipWithError("no frame delivered");
+            break;
+        }
+        benchmark::ClobberMemory();
+    }
+    state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * kFrameBytes));
+}
+BENCHMARK(BM_FillFrame1080p);
+
+void BM_ReadFile1080p(benchmark::State& state) {
+    const ScreenshotTv& tv = ScreenshotTv::instance();
+    std::vector<unsigned char> buffer(kFrameBytes);
+    for (auto _ : state) {
+        const int file = open(tv.master().c_str(), O_RDONLY | O_CLOEXEC);
+        size_t done = 0;
+        ssize_t count = 0;
+        while (done < buffer.size() &&
+               (count = read(file, buffer.data() + done, buffer.size() - done)) > 0) {
+            done += static_cast<size_t>(count);
+        }
+        close(file);
+        if (done != buffer.size()) {
+            state.SkipWithError("short read");
+            break;
+        }
+        benchmark::ClobberMemory();
+    }
+    state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * kFrameBytes));
+}
+BENCHMARK(BM_ReadFile1080p);
+
+void BM_FillFramePerPixelRead1080p(benchmark::State& state) {
+    const ScreenshotTv& tv = ScreenshotTv::instance();
+    std::vector<unsigned char> buffer(kFrameBytes);
+    for (auto _ : state) {
+        std::FILE* file = std::fopen(tv.master().c_str(), "rb");
+        unsigned char pixel[4];
+        size_t offset = 0;
+        for (; offset < buffer.size() && std::fread(pixel, sizeof pixel, 1, file) == 1;
+             offset += sizeof pixel) {
+            buffer[offset] = pixel[2];
+            buffer[offset + 1] = pixel[1];
+            buffer[offset + 2] = pixel[0];
+            buffer[offset + 3] = pixel[3];
+        }
+        std::fclose(file);
+        if (offset != buffer.size()) {
+            state.SkipWithError("short read");
+            break;
+        }
+        benchmark::ClobberMemory();
+    }
+    state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * kFrameBytes));
+}
+BENCHMARK(BM_FillFramePerPixelRead1080p);
+
+}  // namespace
+
+BENCHMARK_MAIN();
