@@ -3,6 +3,7 @@
 #include "CommandCatalogue.h"
 #include "DeviceAgent/SupportView/Project/NorvaneInterfaces.h"
 #include "DeviceNvValues.h"
+#include "ZelLinuxApp.h"
 #include "bridge/BizScreenCapture.h"
 #include "bridge/ZelBizClient.h"
 #include "zel/PluginApi.h"
@@ -18,8 +19,6 @@ static_assert(std::is_same_v<decltype(&getGstreamerPathExt), ZelPlugin::GetGstre
 
 namespace {
 
-constexpr const char* kSessionCodeKey = "marlo.sl2.str.app.setting.zel.session.code";
-
 int32_t startPlatformAdaptation() {
     norvane::RegisterZelBizInterface();
     norvane::NvZelLinuxAppInit();
@@ -33,8 +32,9 @@ extern "C" {
 void initialize() {
     startPlatformAdaptation();
     norvane::ZelBizClient* client = norvane::ZelBizClient::getInstance();
+    norvane::AttachZelSessionObservers();
     // A neutral value first, so that the menu's next "session0" is seen as a change.
-    client->setStringValue(kSessionCodeKey, "sessionDefault");
+    client->setStringValue(norvane::kSessionCodeKey, "sessionDefault");
 }
 
 std::vector<Zel::Sv::CommandBase*> createCommandsExt() {

@@ -5,13 +5,38 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <gtest/gtest.h>
+
 #include <cstdio>
 #include <cstdlib>
+#include <mutex>
 #include <stdexcept>
 
 namespace testing_support {
+namespace {
+
+// Google Test reports failures on standard output, which a capture would swallow; repeat them
+// on standard error.
+class FailuresToStderr : public testing::EmptyTestEventListener {
+    void OnTestPartResult(const testing::TestPartResult& result) override {
+        if (result.failed()) {
+            std::fprintf(stderr, "%s:%d: Failure\n%s\n",
+                         result.file_name() ? result.file_name() : "unknown", result.line_number(),
+                         result.message());
+        }
+    }
+};
+
+void reportFailuresOnStderr() {
+    static std::once_flag once;
+    std::call_once(
+        once, [] { testing::UnitTest::GetInstance()->listeners().Append(new FailuresToStderr); });
+}
+
+}  // namespace
 
 StdoutCapture::StdoutCapture() {
+    reportFailuresOnStderr();
     std::fflush(stdout);
     char name[] = "/tmp/norvane-stdout-XXXXXX";
     captureFile_ = mkstemp(name);

@@ -1,0 +1,88 @@
+// A started plug-in on a simulated TV whose agent session is scripted, for the session tests.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <functional>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "NorvaneExports.h"
+#include "ZelLinuxApp.h"
+#include "support/SimulatedPlatform.h"
+#include "support/StdoutCapture.h"
+
+namespace norvane {
+
+class SessionTest : public testing::Test {
+protected:
+    testing_support::SimulatedPlatform platform;
+    testing_support::StdoutCapture console;
+
+    void SetUp() override {
+        platform.tv().set("marlo.sl2.i32.local.network.available", 1);
+        initialize();
+        platform.tv().waitUntilDelivered();
+        platform.tv().takeJournal();
+        zelsim::takeCalls();
+        console.take();
+    }
+
+    void TearDown() override {
+        StopZelSessionSupport();
+        platform.tv().waitUntilDelivered();
+    }
+
+    void setSession(int32_t initialized, int32_t state, int32_t initResult = 0) {
+        zelsim::Session session = zelsim::session();
+        session.initialized = initialized;
+        session.state = state;
+        session.initResult = initResult;
+        zelsim::setSession(session);
+    }
+
+    void switchSupport(int32_t value) {
+        platform.tv().set(kEnableKey, value);
+        platform.tv().waitUntilDelivered();
+    }
+
+    // What the menu shows after asking for a code.
+    std::string askForCode() {
+        platform.tv().set(kSessionCodeKey, std::string("session0"));
+        platform.tv().waitUntilDelivered();
+        return std::get<std::string>(platform.tv().get(kSessionCodeKey));
+    }
+
+    // Polls (a few real milliseconds at a time) until `condition` holds; false after ~5 s.
+    static bool eventually(const std::function<bool()>& condition) {
+        for (int i = 0; i < 2500; ++i) {
+            if (condition()) {
+                return true;
+            }
+            std::this_thread::sleep_for(std::chrono::milliseconds(2));
+        }
+        return condition();
+    }
+
+    std::vector<int32_t> notifyWrites() {
+        std::vector<int32_t> values;
+        for (const tvsim::JournalEntry& entry : platform.tv().takeJournal()) {
+            if (entry.key == kNotifyKey) {
+                values.push_back(std::get<int32_t>(entry.value));
+            }
+        }
+        return values;
+    }
+
+    static std::vector<std::string> callNames(const std::vector<zelsim::HostCall>& calls) {
+        std::vector<std::string> names;
+        for (const zelsim::HostCall& call : calls) {
+            names.push_back(call.function);
+        }
+        return names;
+    }
+};
+
+}  // namespace norvane
