@@ -22,7 +22,9 @@ using TvFilesystem = tvtest::TvTest;
 
 TEST_F(TvFilesystem, PathsResolveBelowTheRoot) {
     EXPECT_EQ(tv().resolvePath("/OAD/zellogaa"), root() + "/OAD/zellogaa");
-    EXPECT_FALSE(fs::exists(root() + "/OAD"));
+    EXPECT_FALSE(fs::exists(root() + "/OAD/zellogaa")) << "resolving creates nothing";
+    EXPECT_TRUE(fs::is_directory(root() + "/OAD")) << "every set has its storage folder";
+    EXPECT_TRUE(fs::is_directory(root() + "/tmp"));
     tv().setFilesystemRoot("");
     EXPECT_EQ(tv().resolvePath("/OAD/zellogaa"), "/OAD/zellogaa");
     tv().setFilesystemRoot(root() + "/");

@@ -119,7 +119,9 @@ TEST_F(TvProfile, DefaultProfileDescribesAPlausibleTv) {
     EXPECT_EQ(tv().get("marlo.sl2.str.nvfactory.fullbrand"), tvsim::Value(std::string("Norvane")));
     EXPECT_EQ(tv().get("marlo.sl2.i32.sound.main.volume"), tvsim::Value(25));
     EXPECT_EQ(tv().get("marlo.sl2.vstr.source.input.name"),
-              tvsim::Value(StringList{"TV", "AVS", "HDMI1", "HDMI2", "HDMI3", "HDMI4"}));
+              tvsim::Value(StringList{"TV", "Live TV", "AVS", "Composite", "HDMI1", "Blu-ray",
+                                      "HDMI2", "Sound Bar", "HDMI3", "Game Console", "HDMI4",
+                                      "PC"}));
     StringList format;
     tvtest::connect("marlo.sl2.str.video.diagnosis.info")->getStringVector(format);
     EXPECT_EQ(format.size(), 6u);

@@ -15,6 +15,8 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr char kLogToolPath[] = "/usr/local/bin/ra_getlog";
+// Folders every set has: temporary files, and the writable storage for downloads and updates.
+constexpr const char* kStandardFolders[] = {"/tmp", "/OAD"};
 
 bool writeWhole(const std::string& path, const void* data, size_t size, std::string& problem) {
     std::unique_ptr<FILE, int (*)(FILE*)> file(std::fopen(path.c_str(), "wb"), &std::fclose);
@@ -84,6 +86,12 @@ void Filesystem::installTools() const {
     if (error) {
         throw std::runtime_error("cannot make " + resolve(kLogToolPath) +
                                  " executable: " + error.message());
+    }
+    for (const char* folder : kStandardFolders) {
+        fs::create_directories(resolve(folder), error);
+        if (error) {
+            throw std::runtime_error("cannot create " + resolve(folder) + ": " + error.message());
+        }
     }
 }
 
