@@ -115,15 +115,23 @@ TEST(AgentsimCommandLine, EveryCommandExplainsItself) {
     }
 }
 
-TEST(AgentsimDemo, RunsToTheEnd) {
+TEST(AgentsimDemo, ToursEverythingAndSavesTheScreen) {
     const std::string snapshot = testing::TempDir() + "demo-screen.png";
     const ProcessResult demo = agentsim({"--time-scale", "200", "demo", snapshot});
-    std::remove(snapshot.c_str());
     EXPECT_EQ(demo.exitCode, 0) << demo.err;
-    EXPECT_THAT(demo.out, HasSubstr("== Start-up: initialize() =="));
-    EXPECT_THAT(demo.out, HasSubstr("== Command catalogue: createCommandsExt() =="));
-    EXPECT_THAT(demo.out, HasSubstr("Start biz proxy successfully"));
-    EXPECT_THAT(demo.out, HasSubstr("\nDone.\n"));
+    for (const char* expected :
+         {"== Start-up: initialize() ==", "Start biz proxy successfully",
+          "18  FFFFFF_LIVE_SUPPORT_RESET_FACTORY_DEFAULTS", "HDMI1 device 1",
+          "TV <- {\"key\":\"marlo.sl2.i32.video.colour.intensity\",\"set\":65}", "[0,\"KEY_OK\"]",
+          "the TV menu shows the code: 123456", "TV <- notify 0, then 2",
+          "saved a 1920 x 1080 frame", "bytes of log", "\nDone.\n"}) {
+        EXPECT_THAT(demo.out, HasSubstr(expected));
+    }
+    std::ifstream png(snapshot, std::ios::binary);
+    std::string signature(8, '\0');
+    png.read(signature.data(), 8);
+    EXPECT_EQ(signature, "\x89PNG\r\n\x1a\n");
+    std::remove(snapshot.c_str());
 }
 
 }  // namespace
