@@ -14,6 +14,7 @@ namespace Zel {
 namespace Sv {
 
 using namespace norvane::Sv;
+using norvane::formatText;
 
 namespace {
 

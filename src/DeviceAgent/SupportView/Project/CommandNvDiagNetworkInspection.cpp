@@ -11,6 +11,7 @@ namespace Zel {
 namespace Sv {
 
 using namespace norvane::Sv;
+using norvane::formatText;
 
 namespace {
 
