@@ -1,7 +1,7 @@
 # Our own code builds with warnings as errors.
 function(norvane_warnings target)
   target_compile_options(${target} PRIVATE -Wall -Wextra -Werror)
-  if(NORVANE_SANITIZE)
+  if(NORVANE_SANITIZE AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     # GCC 12's flow analysis reports std::variant members as maybe-uninitialized once sanitizer
     # instrumentation is inlined; the normal build keeps the check.
     target_compile_options(${target} PRIVATE -Wno-maybe-uninitialized)

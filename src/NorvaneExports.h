@@ -11,6 +11,13 @@
 
 #define NV_EXPORT __attribute__((visibility("default")))
 
+// The agent resolves the entry points by their unmangled names but calls them as C++ functions,
+// so C++ return types are part of the interface.
+#ifdef __clang__
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Wreturn-type-c-linkage"
+#endif
+
 extern "C" {
 
 // Start-up: fills the callback table, builds the button map, starts the settings client,
@@ -24,3 +31,7 @@ NV_EXPORT int32_t getVideoWidthExt();
 NV_EXPORT int32_t getVideoHeightExt();
 NV_EXPORT std::string getGstreamerPathExt();
 }
+
+#ifdef __clang__
+#pragma clang diagnostic pop
+#endif
