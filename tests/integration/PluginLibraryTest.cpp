@@ -38,7 +38,9 @@ std::set<std::string> definedDynamicSymbols(const std::string& image) {
         const auto* symbols = reinterpret_cast<const Sym*>(image.data() + sections[i].sh_offset);
         const size_t count = sections[i].sh_size / sizeof(Sym);
         for (size_t s = 1; s < count; ++s) {
-            if (symbols[s].st_shndx != SHN_UNDEF) {
+            // Arm's linker also lists local section symbols; they are not exports.
+            const bool local = ELF32_ST_BIND(symbols[s].st_info) == STB_LOCAL;  // same in ELF64
+            if (symbols[s].st_shndx != SHN_UNDEF && !local) {
                 names.insert(strings + symbols[s].st_name);
             }
         }

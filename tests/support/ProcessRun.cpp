@@ -46,6 +46,12 @@ ProcessResult runProcess(const std::string& program, const std::vector<std::stri
     posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, errPath.c_str(), O_WRONLY, 0);
 
     std::vector<char*> argv;
+    // A test running under user-mode emulation starts the target's programs through the same
+    // emulator (checks/arm.sh names it; the emulator finds the target's libraries itself).
+    const char* emulator = std::getenv("NORVANE_TEST_EMULATOR");
+    if (emulator != nullptr && *emulator != '\0') {
+        argv.push_back(const_cast<char*>(emulator));
+    }
     argv.push_back(const_cast<char*>(program.c_str()));
     for (const std::string& argument : arguments) {
         argv.push_back(const_cast<char*>(argument.c_str()));
@@ -54,7 +60,7 @@ ProcessResult runProcess(const std::string& program, const std::vector<std::stri
 
     ProcessResult result;
     pid_t child = 0;
-    if (posix_spawn(&child, program.c_str(), &actions, nullptr, argv.data(), environ) == 0) {
+    if (posix_spawn(&child, argv.front(), &actions, nullptr, argv.data(), environ) == 0) {
         int status = 0;
         waitpid(child, &status, 0);
         result.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);

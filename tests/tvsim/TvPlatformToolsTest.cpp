@@ -127,8 +127,10 @@ TEST_F(TvClock, ScaleChangesKeepTimeContinuous) {
 TEST_F(TvClock, RealTimeOfASimulatedDeadline) {
     tv().setTimeScale(1000);
     const int64_t deadline = nanoseconds(tv().monotonicNow()) + 10000000000;  // 10 s ahead
-    const int64_t real =
-        nanoseconds(tv().realTimeOf({deadline / 1000000000, deadline % 1000000000}));
+    // time_t and long are 32 bits on the TV.
+    const timespec simulated{static_cast<time_t>(deadline / 1000000000),
+                             static_cast<long>(deadline % 1000000000)};
+    const int64_t real = nanoseconds(tv().realTimeOf(simulated));
     const int64_t ahead = real - realNanoseconds();
     EXPECT_GT(ahead, 0);
     EXPECT_LE(ahead, 10000000);  // 10 ms

@@ -78,6 +78,19 @@ protected:
         return values;
     }
 
+    // The notification writes once `count` have come (the poll thread logs a state change before
+    // it writes them); what came by then after ~5 s.
+    std::vector<int32_t> awaitNotifyWrites(size_t count) {
+        std::vector<int32_t> values;
+        eventually([&] {
+            for (int32_t value : notifyWrites()) {
+                values.push_back(value);
+            }
+            return values.size() >= count;
+        });
+        return values;
+    }
+
     static std::vector<std::string> callNames(const std::vector<zelsim::HostCall>& calls) {
         std::vector<std::string> names;
         for (const zelsim::HostCall& call : calls) {

@@ -139,13 +139,12 @@ TEST_F(SessionTest, ConnectAndDisconnectAreReportedTwiceEach) {
     setSession(1, 5);
     ASSERT_TRUE(eventually(
         [this] { return console.take().find("Zel Session connected.") != std::string::npos; }));
-    platform.tv().waitUntilDelivered();
-    EXPECT_THAT(notifyWrites(), ElementsAre(0, 1));
+    EXPECT_THAT(awaitNotifyWrites(2), ElementsAre(0, 1));
 
     setSession(1, 6);
     ASSERT_TRUE(eventually(
         [this] { return console.take().find("Zel Session disconnect.") != std::string::npos; }));
-    EXPECT_THAT(notifyWrites(), ElementsAre(0, 2));
+    EXPECT_THAT(awaitNotifyWrites(2), ElementsAre(0, 2));
 }
 
 TEST_F(SessionTest, DisconnectWithoutConnectWritesNothing) {
