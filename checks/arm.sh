@@ -6,6 +6,9 @@
 # the stripped Arm plug-in.
 set -euo pipefail
 
+# shellcheck source=lib/packages.bash
+source "$(dirname "${BASH_SOURCE[0]}")/lib/packages.bash"
+
 root="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 build="$root/build-arm"
 sysroot="$build/sysroot"
@@ -37,23 +40,9 @@ target_packages=(
 # What the suite needs; the benchmarks are left out.
 targets=(norvane_zel agentsim unit_tests integration_tests tvsim_tests hostsim_tests)
 
-as_root() {
-  if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
-}
 
 install_packages() {
-  local missing=()
-  for package in "${packages[@]}"; do
-    if ! dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q "install ok installed"; then
-      missing+=("$package")
-    fi
-  done
-  if [ "${#missing[@]}" -gt 0 ]; then
-    echo "arm: installing ${missing[*]}"
-    as_root apt-get update -qq
-    as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends \
-      "${missing[@]}"
-  fi
+  install_missing_packages arm "${packages[@]}"
 }
 
 # apt-get with its own package lists, for armhf alone: the host's apt configuration keeps its

@@ -7,6 +7,9 @@
 #   NORVANE_FUZZ_SECONDS   fuzzing time per target (default 45)
 set -euo pipefail
 
+# shellcheck source=lib/packages.bash
+source "$(dirname "${BASH_SOURCE[0]}")/lib/packages.bash"
+
 root="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 build="$root/build-fuzz"
 artifacts="$build/artifacts"
@@ -27,23 +30,9 @@ packages=(
   zip unzip
 )
 
-as_root() {
-  if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
-}
 
 install_packages() {
-  local missing=()
-  for package in "${packages[@]}"; do
-    if ! dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q "install ok installed"; then
-      missing+=("$package")
-    fi
-  done
-  if [ "${#missing[@]}" -gt 0 ]; then
-    echo "fuzz: installing ${missing[*]}"
-    as_root apt-get update -qq
-    as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends \
-      "${missing[@]}"
-  fi
+  install_missing_packages fuzz "${packages[@]}"
 }
 
 build_targets() {

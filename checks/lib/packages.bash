@@ -1,0 +1,23 @@
+# Shared by ./dev and the checks: installs Debian packages that are missing.
+
+as_root() {
+  if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
+}
+
+# install_missing_packages LABEL PACKAGE...: installs those not installed yet; the package lists
+# are refreshed only when something is missing.
+install_missing_packages() {
+  local label="$1" missing=() package
+  shift
+  for package in "$@"; do
+    if ! dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q "install ok installed"; then
+      missing+=("$package")
+    fi
+  done
+  if [ "${#missing[@]}" -gt 0 ]; then
+    echo "$label: installing ${missing[*]}"
+    as_root apt-get update -qq
+    as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends \
+      "${missing[@]}"
+  fi
+}
