@@ -64,28 +64,36 @@ Zel::Sv::CommandBase* Agent::findCommand(const std::string& idOrNumber) {
     return nullptr;
 }
 
-HandlerResult Agent::describe(Zel::Sv::CommandBase& command) {
+namespace {
+
+// Each call makes a handler with create() and deletes it afterwards, as the agent does.
+template <typename Call>
+HandlerResult callHandler(Zel::Sv::CommandBase& command, Call call) {
     std::unique_ptr<Zel::Sv::CommandHandler> handler(command.create());
     HandlerResult outcome;
     outcome.document = ZelJson::Value(ZelJson::objectValue);
-    outcome.result = handler->descriptionHandler(outcome.document);
+    outcome.result = call(*handler, outcome.document);
     return outcome;
+}
+
+}  // namespace
+
+HandlerResult Agent::describe(Zel::Sv::CommandBase& command) {
+    return callHandler(command, [](Zel::Sv::CommandHandler& handler, ZelJson::Value& document) {
+        return handler.descriptionHandler(document);
+    });
 }
 
 HandlerResult Agent::get(Zel::Sv::CommandBase& command, const ZelJson::Value& request) {
-    std::unique_ptr<Zel::Sv::CommandHandler> handler(command.create());
-    HandlerResult outcome;
-    outcome.document = ZelJson::Value(ZelJson::objectValue);
-    outcome.result = handler->getHandler(request, outcome.document);
-    return outcome;
+    return callHandler(command, [&](Zel::Sv::CommandHandler& handler, ZelJson::Value& document) {
+        return handler.getHandler(request, document);
+    });
 }
 
 HandlerResult Agent::execute(Zel::Sv::CommandBase& command, const ZelJson::Value& input) {
-    std::unique_ptr<Zel::Sv::CommandHandler> handler(command.create());
-    HandlerResult outcome;
-    outcome.document = ZelJson::Value(ZelJson::objectValue);
-    outcome.result = handler->executeHandler(input, outcome.document);
-    return outcome;
+    return callHandler(command, [&](Zel::Sv::CommandHandler& handler, ZelJson::Value& document) {
+        return handler.executeHandler(input, document);
+    });
 }
 
 std::string Agent::password() {
