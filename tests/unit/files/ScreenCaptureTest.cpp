@@ -110,13 +110,9 @@ TEST_F(FrameFill, EightMissesInARowStopTheCapturesUntilAFileTurnsUp) {
     EXPECT_EQ(takeActions().size(), 1u) << "a found screenshot starts the captures again";
 }
 
-// A TV's /tmp exists; the probe makes the screenshot folder inside it.
+// The probe makes the screenshot folder inside the TV's /tmp.
 class ScreenSizeProbe : public FilesTest {
 protected:
-    void SetUp() override {
-        FilesTest::SetUp();
-        fs::create_directories(hostPath("/tmp"));
-    }
     void probeScreenOf(int32_t width, int32_t height) {
         tv().setScreenSize(width, height);
         EXPECT_EQ(BizInitScreenSize(), 0);
