@@ -26,7 +26,9 @@ TEST(ConsoleLog, FramesInformationAndErrorsAndFormatsArguments) {
 
 class WholeFileTest : public testing::Test {
 protected:
-    std::string path = testing::TempDir() + "whole-file-test.bin";
+    // Tests run side by side, so each one gets a file of its own.
+    std::string path = testing::TempDir() + "whole-file-" +
+                       testing::UnitTest::GetInstance()->current_test_info()->name() + ".bin";
     void TearDown() override { std::remove(path.c_str()); }
 };
 
