@@ -1,0 +1,187 @@
+#include "bridge/ScreenshotConversion.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <cstring>
+#include <mutex>
+#include <thread>
+
+// Where the CPU offers a byte shuffle the baseline lacks, the pixel conversion gets a version for
+// it, chosen when the library loads. Not under ThreadSanitizer: the choice runs while the library
+// is being relocated, before the sanitizer's runtime is up.
+#if defined(__x86_64__) && defined(__GNUC__) && !defined(__SANITIZE_THREAD__)
+#define NV_VECTOR_CLONES __attribute__((target_clones("avx2", "ssse3", "default")))
+#else
+#define NV_VECTOR_CLONES
+#endif
+
+namespace norvane {
+namespace {
+
+constexpr size_t kBytesPerPixel = 4;
+// Small enough that a block is still in the CPU cache when it is converted right after being
+// read, large enough that a frame takes few reads.
+constexpr size_t kBlockBytes = 256 * 1024;
+static_assert(kBlockBytes % kBytesPerPixel == 0, "blocks hold whole pixels");
+
+// Eight pixels, one byte shuffle: each keeps G and A and trades B and R.
+typedef unsigned char PixelGroup __attribute__((vector_size(32)));
+constexpr size_t kGroupPixels = sizeof(PixelGroup) / kBytesPerPixel;
+
+NV_VECTOR_CLONES void swapRedAndBlue(unsigned char* pixels, size_t count) {
+    size_t pixel = 0;
+    for (; pixel + kGroupPixels <= count; pixel += kGroupPixels) {
+        PixelGroup group;
+        std::memcpy(&group, pixels + pixel * kBytesPerPixel, sizeof group);
+        group = __builtin_shufflevector(group, group, 2, 1, 0, 3, 6, 5, 4, 7, 10, 9, 8, 11, 14, 13,
+                                        12, 15, 18, 17, 16, 19, 22, 21, 20, 23, 26, 25, 24, 27, 30,
+                                        29, 28, 31);
+        std::memcpy(pixels + pixel * kBytesPerPixel, &group, sizeof group);
+    }
+    for (; pixel < count; ++pixel) {
+        std::swap(pixels[pixel * kBytesPerPixel], pixels[pixel * kBytesPerPixel + 2]);
+    }
+}
+
+// One frame's copy, handed out a block at a time to whichever thread asks next, so that neither
+// thread waits for the other when one starts late.
+class FrameJob {
+public:
+    FrameJob(int file, size_t bytes, unsigned char* buffer)
+        : file_(file), bytes_(bytes), buffer_(buffer), firstGap_(bytes) {}
+
+    void work() {
+        for (size_t begin = nextBlock_.fetch_add(kBlockBytes); begin < bytes_;
+             begin = nextBlock_.fetch_add(kBlockBytes)) {
+            convertBlock(begin);
+        }
+    }
+
+    // Where the converted run from the start ends.
+    size_t convertedBytes() const { return firstGap_.load(); }
+
+private:
+    // Reads the block into its place in the buffer and converts it while it is still cached. A
+    // file the TV shortens meanwhile just ends early (a mapping of it would fault instead).
+    void convertBlock(size_t begin) {
+        const size_t end = std::min(begin + kBlockBytes, bytes_);
+        size_t read = begin;
+        for (ssize_t got = 1; read < end && got > 0;) {
+            got = pread(file_, buffer_ + read, end - read, static_cast<off_t>(read));
+            read += got > 0 ? static_cast<size_t>(got) : 0;
+        }
+        const size_t whole = read - (read - begin) % kBytesPerPixel;
+        swapRedAndBlue(buffer_ + begin, (whole - begin) / kBytesPerPixel);
+        if (whole < end) {
+            noteGapAt(whole);
+        }
+    }
+
+    void noteGapAt(size_t at) {
+        size_t known = firstGap_.load();
+        while (at < known && !firstGap_.compare_exchange_weak(known, at)) {
+        }
+    }
+
+    const int file_;
+    const size_t bytes_;
+    unsigned char* const buffer_;
+    std::atomic<size_t> nextBlock_{0};
+    std::atomic<size_t> firstGap_;
+};
+
+// One long-lived helper thread for the frame path, so that no thread is made per frame. Leaked
+// on purpose: the agent may ask for a frame while the process is exiting.
+class FrameHelper {
+    // Several times what one block takes to read and convert.
+    static constexpr std::chrono::microseconds kLongestSpin{200};
+
+public:
+    static FrameHelper& instance() {
+        static FrameHelper* const helper = new FrameHelper;
+        return *helper;
+    }
+
+    // Lets the helper take blocks of `job`. When it is still on another frame the offer is not
+    // made and the caller does every block itself.
+    void offer(FrameJob& job) {
+        {
+            std::lock_guard<std::mutex> lock(mutex_);
+            if (offered_ != nullptr || serving_.load() != nullptr) {
+                return;
+            }
+            offered_ = &job;
+        }
+        wake_.notify_one();
+    }
+
+    // Returns once the helper can no longer touch `job`: an offer it has not taken yet is
+    // withdrawn, a job it is on is waited for. The caller only gets here when no block is left,
+    // so the helper is at most one block from done: a short spin usually sees it finish without
+    // the cost of sleeping and being woken.
+    void finish(FrameJob& job) {
+        {
+            std::lock_guard<std::mutex> lock(mutex_);
+            if (offered_ == &job) {
+                offered_ = nullptr;
+            }
+        }
+        const auto giveUp = std::chrono::steady_clock::now() + kLongestSpin;
+        while (serving_.load() == &job && std::chrono::steady_clock::now() < giveUp) {
+            std::this_thread::yield();
+        }
+        std::unique_lock<std::mutex> lock(mutex_);
+        done_.wait(lock, [&] { return serving_.load() != &job; });
+    }
+
+private:
+    FrameHelper() {
+        std::thread([this] { serve(); }).detach();
+    }
+
+    [[noreturn]] void serve() {
+        std::unique_lock<std::mutex> lock(mutex_);
+        for (;;) {
+            wake_.wait(lock, [this] { return offered_ != nullptr; });
+            FrameJob* const job = offered_;
+            serving_.store(job);
+            offered_ = nullptr;
+            lock.unlock();
+            job->work();
+            lock.lock();
+            serving_.store(nullptr);
+            done_.notify_all();
+        }
+    }
+
+    std::mutex mutex_;
+    std::condition_variable wake_;
+    std::condition_variable done_;
+    FrameJob* offered_ = nullptr;
+    // Written under the mutex; read without it while spinning.
+    std::atomic<FrameJob*> serving_{nullptr};
+};
+
+}  // namespace
+
+size_t convertScreenshot(int file, size_t framePixels, unsigned char* buffer) {
+    struct stat status {};
+    if (fstat(file, &status) != 0 || status.st_size <= 0) {
+        return 0;
+    }
+    const size_t pixels =
+        std::min(framePixels, static_cast<size_t>(status.st_size) / kBytesPerPixel);
+    FrameJob job(file, pixels * kBytesPerPixel, buffer);
+    FrameHelper& helper = FrameHelper::instance();
+    helper.offer(job);
+    job.work();
+    helper.finish(job);
+    return job.convertedBytes() / kBytesPerPixel;
+}
+
+}  // namespace norvane

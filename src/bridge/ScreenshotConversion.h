@@ -1,0 +1,14 @@
+// The copy of a raw screenshot into the agent's frame buffer, with the byte order the agent wants.
+#pragma once
+
+#include <cstddef>
+
+namespace norvane {
+
+// Copies the complete B,G,R,A pixels of the open screenshot `file`, at most `framePixels`, into
+// `buffer` as R,G,B,A, sharing the work with a helper thread. Bytes past the last complete pixel
+// are left as they were. Returns how many pixels from the start were converted: fewer than the
+// file held when the TV shortens it meanwhile.
+size_t convertScreenshot(int file, size_t framePixels, unsigned char* buffer);
+
+}  // namespace norvane
