@@ -177,10 +177,15 @@ size_t convertScreenshot(int file, size_t framePixels, unsigned char* buffer) {
     const size_t pixels =
         std::min(framePixels, static_cast<size_t>(status.st_size) / kBytesPerPixel);
     FrameJob job(file, pixels * kBytesPerPixel, buffer);
-    FrameHelper& helper = FrameHelper::instance();
-    helper.offer(job);
+    // A single block is done sooner than the helper could be woken to share it.
+    const bool shared = pixels * kBytesPerPixel > kBlockBytes;
+    if (shared) {
+        FrameHelper::instance().offer(job);
+    }
     job.work();
-    helper.finish(job);
+    if (shared) {
+        FrameHelper::instance().finish(job);
+    }
     return job.convertedBytes() / kBytesPerPixel;
 }
 
