@@ -53,6 +53,15 @@ double numberMember(const Json::Value& request, const char* name) {
     return value.asDouble();
 }
 
+// Sets `field` from the member `name` when the request has it, read by `read`; a member left out
+// keeps the field as it was.
+template <typename Field, typename Read>
+void takeIfPresent(const Json::Value& request, const char* name, Field& field, Read read) {
+    if (request.isMember(name)) {
+        field = read(request, name);
+    }
+}
+
 // A TV path as the plug-in names it, placed inside the simulated TV's filesystem.
 fs::path tvPath(const Json::Value& request) {
     const std::string path = stringMember(request, "path");
@@ -237,14 +246,10 @@ void ScriptRunner::addTvOperations() {
 void ScriptRunner::addHostOperations() {
     operations_["host.session"] = [](const Json::Value& request) {
         zelsim::Session session = zelsim::session();
-        if (request.isMember("initialized"))
-            session.initialized = intMember(request, "initialized");
-        if (request.isMember("state"))
-            session.state = intMember(request, "state");
-        if (request.isMember("initResult"))
-            session.initResult = intMember(request, "initResult");
-        if (request.isMember("codeOnInit"))
-            session.codeOnInit = stringMember(request, "codeOnInit");
+        takeIfPresent(request, "initialized", session.initialized, intMember);
+        takeIfPresent(request, "state", session.state, intMember);
+        takeIfPresent(request, "initResult", session.initResult, intMember);
+        takeIfPresent(request, "codeOnInit", session.codeOnInit, stringMember);
         if (request.isMember("code")) {
             if (request["code"].isNull()) {
                 session.code.reset();
@@ -257,24 +262,15 @@ void ScriptRunner::addHostOperations() {
     };
     operations_["host.set"] = [](const Json::Value& request) {
         zelsim::Identity identity = zelsim::identity();
-        if (request.isMember("opid"))
-            identity.opid = stringMember(request, "opid");
-        if (request.isMember("esn"))
-            identity.esn = stringMember(request, "esn");
-        if (request.isMember("brand"))
-            identity.brand = stringMember(request, "brand");
-        if (request.isMember("id"))
-            identity.id = stringMember(request, "id");
-        if (request.isMember("date"))
-            identity.date = stringMember(request, "date");
-        if (request.isMember("uptime"))
-            identity.uptime = intMember(request, "uptime");
-        if (request.isMember("speedResult"))
-            identity.speedResult = intMember(request, "speedResult");
-        if (request.isMember("speedUp"))
-            identity.speedUp = numberMember(request, "speedUp");
-        if (request.isMember("speedDown"))
-            identity.speedDown = numberMember(request, "speedDown");
+        takeIfPresent(request, "opid", identity.opid, stringMember);
+        takeIfPresent(request, "esn", identity.esn, stringMember);
+        takeIfPresent(request, "brand", identity.brand, stringMember);
+        takeIfPresent(request, "id", identity.id, stringMember);
+        takeIfPresent(request, "date", identity.date, stringMember);
+        takeIfPresent(request, "uptime", identity.uptime, intMember);
+        takeIfPresent(request, "speedResult", identity.speedResult, intMember);
+        takeIfPresent(request, "speedUp", identity.speedUp, numberMember);
+        takeIfPresent(request, "speedDown", identity.speedDown, numberMember);
         zelsim::setIdentity(identity);
         return Json::Value(Json::objectValue);
     };
