@@ -23,7 +23,6 @@ constexpr const char* kCaptureKey = "marlo.sl2.action.system.capture.screen";
 constexpr const char* kScreenshotFolder = "/tmp/screenshot/";
 constexpr const char* kScreenshotFiles[] = {"test0.raw", "test1.raw"};
 constexpr const char* kProbeFile = "test0.raw";
-constexpr size_t kBytesPerPixel = 4;
 constexpr int32_t kMostMisses = 8;
 // The TV's screenshot group: the capture service writes into the folder through it.
 constexpr gid_t kScreenshotGroup = 403;

@@ -23,7 +23,6 @@
 namespace norvane {
 namespace {
 
-constexpr size_t kBytesPerPixel = 4;
 // Small enough that a block is still in the CPU cache when it is converted right after being
 // read, large enough that a frame takes few reads.
 constexpr size_t kBlockBytes = 256 * 1024;

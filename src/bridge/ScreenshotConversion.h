@@ -5,6 +5,9 @@
 
 namespace norvane {
 
+// Screenshots and frames alike: four bytes a pixel.
+constexpr size_t kBytesPerPixel = 4;
+
 // Copies the complete B,G,R,A pixels of the open screenshot `file`, at most `framePixels`, into
 // `buffer` as R,G,B,A, sharing the work with a helper thread. Bytes past the last complete pixel
 // are left as they were. Returns how many pixels from the start were converted: fewer than the
