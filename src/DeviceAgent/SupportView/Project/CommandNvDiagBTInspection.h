@@ -1,4 +1,4 @@
-// The Bluetooth inspection: the Bluetooth module's self-diagnosis and the known devices.
+// Bluetooth diagnostic: the Bluetooth module's self-diagnosis and the known devices.
 #pragma once
 
 #include "DeviceAgent/SupportView/Project/CommandModel.h"

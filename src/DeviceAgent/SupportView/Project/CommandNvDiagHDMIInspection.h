@@ -1,4 +1,4 @@
-// The HDMI inspection: for each HDMI port, the CEC devices connected to it, the ARC check on the
+// HDMI diagnostic: for each HDMI port, the CEC devices connected to it, the ARC check on the
 // ARC port and whether CEC is on.
 #pragma once
 

@@ -1,4 +1,4 @@
-// The network inspection: the link type and the connection's speed measured by the agent.
+// Network diagnostic: the link type and the connection's speed measured by the agent.
 // Its long time allowance covers the speed test.
 #pragma once
 

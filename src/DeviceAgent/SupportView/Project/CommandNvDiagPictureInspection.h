@@ -1,4 +1,4 @@
-// The picture inspection: asks the TV to run its picture check in front of the viewer and
+// Picture diagnostic: asks the TV to run its picture check in front of the viewer and
 // tells the agent where the answer will be (the picture diagnose tool).
 #pragma once
 

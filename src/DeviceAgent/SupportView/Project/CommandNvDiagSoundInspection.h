@@ -1,4 +1,4 @@
-// The sound inspection: which audio output is in use and whether a headphone path exists. It
+// Sound diagnostic: which audio output is in use and whether a headphone path exists. It
 // also asks the TV to run its sound check in front of the viewer; the answer is read later in
 // the sound diagnose tool.
 #pragma once

@@ -1,4 +1,4 @@
-// The TV inspection: the signal and format of what the TV is showing.
+// TV signal diagnostic: the signal and format of what the TV is showing.
 #pragma once
 
 #include "DeviceAgent/SupportView/Project/CommandModel.h"

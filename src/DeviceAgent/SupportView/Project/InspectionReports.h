@@ -1,4 +1,4 @@
-// What the inspection commands share when they write their reports.
+// What the diagnostic commands share when they write their reports.
 #pragma once
 
 #include <string>
@@ -8,7 +8,7 @@
 namespace norvane {
 namespace Sv {
 
-// The inspections' pass and fail words, "OK" and "NG".
+// The diagnostics' pass and fail words, "OK" and "NG".
 const char* verdict(bool passed);
 
 }  // namespace Sv
