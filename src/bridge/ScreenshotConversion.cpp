@@ -15,7 +15,8 @@
 // it, chosen when the library loads. Not under ThreadSanitizer: the choice runs while the library
 // is being relocated, before the sanitizer's runtime is up.
 #if defined(__x86_64__) && defined(__GNUC__) && !defined(__SANITIZE_THREAD__)
-#define NV_VECTOR_CLONES __attribute__((target_clones("avx2", "ssse3", "default")))
+#define NV_VECTOR_CLONES \
+    __attribute__((target_clones("arch=x86-64-v4", "avx2", "ssse3", "default")))
 #else
 #define NV_VECTOR_CLONES
 #endif
@@ -26,10 +27,13 @@ namespace {
 // Small enough that a block is still in the CPU cache when it is converted right after being
 // read, large enough that a frame takes few reads.
 constexpr size_t kBlockBytes = 256 * 1024;
-static_assert(kBlockBytes % kBytesPerPixel == 0, "blocks hold whole pixels");
+constexpr size_t kEndBytes = 512 * 1024;
+constexpr size_t kEndBlockBytes = 64 * 1024;
+static_assert(kBlockBytes % kBytesPerPixel == 0 && kEndBlockBytes % kBytesPerPixel == 0,
+              "blocks hold whole pixels");
 
-// Eight pixels, one byte shuffle: each keeps G and A and trades B and R.
-typedef unsigned char PixelGroup __attribute__((vector_size(32)));
+// Sixteen pixels, one byte shuffle: each keeps G and A and trades B and R.
+typedef unsigned char PixelGroup __attribute__((vector_size(64)));
 constexpr size_t kGroupPixels = sizeof(PixelGroup) / kBytesPerPixel;
 
 NV_VECTOR_CLONES void swapRedAndBlue(unsigned char* pixels, size_t count) {
@@ -37,9 +41,10 @@ NV_VECTOR_CLONES void swapRedAndBlue(unsigned char* pixels, size_t count) {
     for (; pixel + kGroupPixels <= count; pixel += kGroupPixels) {
         PixelGroup group;
         std::memcpy(&group, pixels + pixel * kBytesPerPixel, sizeof group);
-        group = __builtin_shufflevector(group, group, 2, 1, 0, 3, 6, 5, 4, 7, 10, 9, 8, 11, 14, 13,
-                                        12, 15, 18, 17, 16, 19, 22, 21, 20, 23, 26, 25, 24, 27, 30,
-                                        29, 28, 31);
+        group = __builtin_shufflevector(
+            group, group, 2, 1, 0, 3, 6, 5, 4, 7, 10, 9, 8, 11, 14, 13, 12, 15, 18, 17, 16, 19, 22,
+            21, 20, 23, 26, 25, 24, 27, 30, 29, 28, 31, 34, 33, 32, 35, 38, 37, 36, 39, 42, 41, 40,
+            43, 46, 45, 44, 47, 50, 49, 48, 51, 54, 53, 52, 55, 58, 57, 56, 59, 62, 61, 60, 63);
         std::memcpy(pixels + pixel * kBytesPerPixel, &group, sizeof group);
     }
     for (; pixel < count; ++pixel) {
@@ -55,9 +60,10 @@ public:
         : file_(file), bytes_(bytes), buffer_(buffer), firstGap_(bytes) {}
 
     void work() {
-        for (size_t begin = nextBlock_.fetch_add(kBlockBytes); begin < bytes_;
-             begin = nextBlock_.fetch_add(kBlockBytes)) {
-            convertBlock(begin);
+        size_t begin = 0;
+        size_t end = 0;
+        while (takeBlock(begin, end)) {
+            convertBlock(begin, end);
         }
     }
 
@@ -65,10 +71,24 @@ public:
     size_t convertedBytes() const { return firstGap_.load(); }
 
 private:
+    // The frame's end is handed out in smaller blocks, so that the two threads run out of work at
+    // nearly the same moment and neither waits long for the other.
+    bool takeBlock(size_t& begin, size_t& end) {
+        size_t next = nextByte_.load();
+        do {
+            if (next >= bytes_) {
+                return false;
+            }
+            const size_t size = bytes_ - next > kEndBytes ? kBlockBytes : kEndBlockBytes;
+            end = std::min(next + size, bytes_);
+        } while (!nextByte_.compare_exchange_weak(next, end));
+        begin = next;
+        return true;
+    }
+
     // Reads the block into its place in the buffer and converts it while it is still cached. A
     // file the TV shortens meanwhile just ends early (a mapping of it would fault instead).
-    void convertBlock(size_t begin) {
-        const size_t end = std::min(begin + kBlockBytes, bytes_);
+    void convertBlock(size_t begin, size_t end) {
         size_t read = begin;
         for (ssize_t got = 1; read < end && got > 0;) {
             got = pread(file_, buffer_ + read, end - read, static_cast<off_t>(read));
@@ -90,7 +110,7 @@ private:
     const int file_;
     const size_t bytes_;
     unsigned char* const buffer_;
-    std::atomic<size_t> nextBlock_{0};
+    std::atomic<size_t> nextByte_{0};
     std::atomic<size_t> firstGap_;
 };
 
@@ -99,6 +119,9 @@ private:
 class FrameHelper {
     // Several times what one block takes to read and convert.
     static constexpr std::chrono::microseconds kLongestSpin{200};
+    // Longer than the work a caller does between asking for a frame and offering it, short enough
+    // that a caller held up elsewhere does not keep a core busy for long.
+    static constexpr std::chrono::microseconds kLongestStandby{100};
 
 public:
     static FrameHelper& instance() {
@@ -106,15 +129,28 @@ public:
         return *helper;
     }
 
+    // A frame is on its way: the helper wakes now and watches for the offer instead of sleeping,
+    // so that its wake-up is over by the time the copy starts.
+    void standBy() {
+        {
+            std::lock_guard<std::mutex> lock(mutex_);
+            ++standbyCalls_;
+            standbys_.fetch_add(1);
+        }
+        wake_.notify_one();
+    }
+
+    void standDown() { standbys_.fetch_sub(1); }
+
     // Lets the helper take blocks of `job`. When it is still on another frame the offer is not
     // made and the caller does every block itself.
     void offer(FrameJob& job) {
         {
             std::lock_guard<std::mutex> lock(mutex_);
-            if (offered_ != nullptr || serving_.load() != nullptr) {
+            if (offered_.load() != nullptr || serving_.load() != nullptr) {
                 return;
             }
-            offered_ = &job;
+            offered_.store(&job);
         }
         wake_.notify_one();
     }
@@ -126,14 +162,11 @@ public:
     void finish(FrameJob& job) {
         {
             std::lock_guard<std::mutex> lock(mutex_);
-            if (offered_ == &job) {
-                offered_ = nullptr;
+            if (offered_.load() == &job) {
+                offered_.store(nullptr);
             }
         }
-        const auto giveUp = std::chrono::steady_clock::now() + kLongestSpin;
-        while (serving_.load() == &job && std::chrono::steady_clock::now() < giveUp) {
-            std::this_thread::yield();
-        }
+        spinWhile([&] { return serving_.load() == &job; }, kLongestSpin);
         std::unique_lock<std::mutex> lock(mutex_);
         done_.wait(lock, [&] { return serving_.load() != &job; });
     }
@@ -143,13 +176,33 @@ private:
         std::thread([this] { serve(); }).detach();
     }
 
+    template <typename Condition>
+    static void spinWhile(Condition condition, std::chrono::microseconds longest) {
+        const auto giveUp = std::chrono::steady_clock::now() + longest;
+        while (condition() && std::chrono::steady_clock::now() < giveUp) {
+            std::this_thread::yield();
+        }
+    }
+
     [[noreturn]] void serve() {
         std::unique_lock<std::mutex> lock(mutex_);
         for (;;) {
-            wake_.wait(lock, [this] { return offered_ != nullptr; });
-            FrameJob* const job = offered_;
+            wake_.wait(lock, [this] {
+                return offered_.load() != nullptr || standbyCalls_ != answeredStandbyCalls_;
+            });
+            answeredStandbyCalls_ = standbyCalls_;
+            if (offered_.load() == nullptr) {
+                lock.unlock();
+                spinWhile([this] { return offered_.load() == nullptr && standbys_.load() > 0; },
+                          kLongestStandby);
+                lock.lock();
+            }
+            FrameJob* const job = offered_.load();
+            if (job == nullptr) {
+                continue;
+            }
             serving_.store(job);
-            offered_ = nullptr;
+            offered_.store(nullptr);
             lock.unlock();
             job->work();
             lock.lock();
@@ -161,10 +214,18 @@ private:
     std::mutex mutex_;
     std::condition_variable wake_;
     std::condition_variable done_;
-    FrameJob* offered_ = nullptr;
-    // Written under the mutex; read without it while spinning.
+    unsigned standbyCalls_ = 0;
+    unsigned answeredStandbyCalls_ = 0;
+    // Written under the mutex (standbys_ also without it); read without it while spinning.
+    std::atomic<FrameJob*> offered_{nullptr};
     std::atomic<FrameJob*> serving_{nullptr};
+    std::atomic<int> standbys_{0};
 };
+
+// A single block is done sooner than the helper could be woken to share it.
+bool worthSharing(size_t bytes) {
+    return bytes > kBlockBytes;
+}
 
 }  // namespace
 
@@ -176,8 +237,7 @@ size_t convertScreenshot(int file, size_t framePixels, unsigned char* buffer) {
     const size_t pixels =
         std::min(framePixels, static_cast<size_t>(status.st_size) / kBytesPerPixel);
     FrameJob job(file, pixels * kBytesPerPixel, buffer);
-    // A single block is done sooner than the helper could be woken to share it.
-    const bool shared = pixels * kBytesPerPixel > kBlockBytes;
+    const bool shared = worthSharing(pixels * kBytesPerPixel);
     if (shared) {
         FrameHelper::instance().offer(job);
     }
@@ -186,6 +246,19 @@ size_t convertScreenshot(int file, size_t framePixels, unsigned char* buffer) {
         FrameHelper::instance().finish(job);
     }
     return job.convertedBytes() / kBytesPerPixel;
+}
+
+ConversionStandby::ConversionStandby(size_t framePixels)
+    : standing_(worthSharing(framePixels * kBytesPerPixel)) {
+    if (standing_) {
+        FrameHelper::instance().standBy();
+    }
+}
+
+ConversionStandby::~ConversionStandby() {
+    if (standing_) {
+        FrameHelper::instance().standDown();
+    }
 }
 
 }  // namespace norvane

@@ -14,4 +14,18 @@ constexpr size_t kBytesPerPixel = 4;
 // file held when the TV shortens it meanwhile.
 size_t convertScreenshot(int file, size_t framePixels, unsigned char* buffer);
 
+// Held from the moment a frame of `framePixels` is asked for until it is converted or given up:
+// the helper thread wakes meanwhile, so that its wake-up overlaps the caller's work before the
+// copy rather than delaying the copy.
+class ConversionStandby {
+public:
+    explicit ConversionStandby(size_t framePixels);
+    ~ConversionStandby();
+    ConversionStandby(const ConversionStandby&) = delete;
+    ConversionStandby& operator=(const ConversionStandby&) = delete;
+
+private:
+    const bool standing_;
+};
+
 }  // namespace norvane

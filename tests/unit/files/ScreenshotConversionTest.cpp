@@ -79,6 +79,7 @@ TEST(ScreenshotConversion, EveryCompletePixelOfAnySizeAndNothingPastIt) {
                             262144 - 4,
                             262144,
                             262144 + 6,
+                            524288 + 12,
                             1048576 + 1,
                             3 * 262144 + 43,
                             kFullHdPixels * 4 - 1};
@@ -107,6 +108,8 @@ TEST(ScreenshotConversion, AFileThatCannotBeReadGivesNoPixels) {
     EXPECT_EQ(buffer, std::vector<unsigned char>(16, kUntouched));
 }
 
+// Each caller stands the helper by before every frame, as the frame path does, and now and then
+// gives a frame up before converting it, as when the screenshot is missing.
 TEST(ScreenshotConversion, CallersOnSeveralThreadsEachGetTheirOwnFrame) {
     constexpr int kCallers = 3;
     constexpr int kFramesEach = 12;
@@ -124,6 +127,10 @@ TEST(ScreenshotConversion, CallersOnSeveralThreadsEachGetTheirOwnFrame) {
                 expectedBuffer(screenshots[caller], kFullHdPixels, kFullHdPixels * 4);
             std::vector<unsigned char> buffer(kFullHdPixels * 4);
             for (int frame = 0; frame < kFramesEach; ++frame) {
+                if (frame % 3 == caller) {
+                    const ConversionStandby givenUp(kFullHdPixels);
+                }
+                const ConversionStandby standby(kFullHdPixels);
                 buffer.assign(buffer.size(), kUntouched);
                 if (convertScreenshot(open.file(), kFullHdPixels, buffer.data()) == kFullHdPixels &&
                     buffer == expected) {
