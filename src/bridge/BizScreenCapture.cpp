@@ -46,13 +46,10 @@ bool exists(const std::string& path) {
     return access(path.c_str(), F_OK) == 0;
 }
 
-// Delivers the screenshot at `path` into `buffer`; see BizFillVideoFrameBuffer.
-int32_t deliverScreenshot(const std::string& path, size_t framePixels, unsigned char* buffer) {
-    const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (file < 0) {
-        unlink(path.c_str());
-        return 0;
-    }
+// Delivers the open screenshot `file`, found at `path`, into `buffer`; see
+// BizFillVideoFrameBuffer.
+int32_t deliverScreenshot(int file, const std::string& path, size_t framePixels,
+                          unsigned char* buffer) {
     const size_t converted = convertScreenshot(file, framePixels, buffer);
     close(file);
     if (converted < framePixels) {
@@ -117,6 +114,7 @@ int32_t BizFillVideoFrameBuffer(unsigned char* buffer, uint32_t size) {
         consoleLog(kLogError, "(size = %u) < WIDTH * HEIGHT * 4 ", size);
         return -1;
     }
+    const ConversionStandby helperStandby(framePixels);
     const uint32_t frame = frameCounter++;
     const char* readFile = kScreenshotFiles[frame % 2];
     const char* captureFile = kScreenshotFiles[(frame + 1) % 2];
@@ -124,7 +122,10 @@ int32_t BizFillVideoFrameBuffer(unsigned char* buffer, uint32_t size) {
         BizActionCaptureScreen({kScreenshotFolder, captureFile});
     }
     const std::string readPath = screenshotPath(readFile);
-    if (!exists(readPath)) {
+    // Opened before it is known to exist: on a frame's way the existence check costs a lookup of
+    // its own. A failed open is told apart from a missing file afterwards.
+    const int file = open(readPath.c_str(), O_RDONLY | O_CLOEXEC);
+    if (file < 0 && !exists(readPath)) {
         consoleLog(kLogError, "The raw file is not exit.");
         // Past kMostMisses the count no longer matters; it stops there.
         if (missCounter < kMostMisses) {
@@ -133,7 +134,11 @@ int32_t BizFillVideoFrameBuffer(unsigned char* buffer, uint32_t size) {
         return -1;
     }
     missCounter = 0;
-    return deliverScreenshot(readPath, framePixels, buffer);
+    if (file < 0) {
+        unlink(readPath.c_str());
+        return 0;
+    }
+    return deliverScreenshot(file, readPath, framePixels, buffer);
 }
 
 int32_t BizInitScreenSize() {
