@@ -117,11 +117,17 @@ private:
 // One long-lived helper thread for the frame path, so that no thread is made per frame. Leaked
 // on purpose: the agent may ask for a frame while the process is exiting.
 class FrameHelper {
+    using Clock = std::chrono::steady_clock;
     // Several times what one block takes to read and convert.
     static constexpr std::chrono::microseconds kLongestSpin{200};
     // Longer than the work a caller does between asking for a frame and offering it, short enough
     // that a caller held up elsewhere does not keep a core busy for long.
     static constexpr std::chrono::microseconds kLongestStandby{100};
+    // A frame asked for within this time of the previous one's end counts as back to back. After
+    // such a frame the helper watches this long for the next one before it sleeps: waking a
+    // sleeping thread costs the caller microseconds and the helper tens more before it runs.
+    // Frames further apart never keep it watching.
+    static constexpr std::chrono::microseconds kBackToBack{100};
 
 public:
     static FrameHelper& instance() {
@@ -132,15 +138,19 @@ public:
     // A frame is on its way: the helper wakes now and watches for the offer instead of sleeping,
     // so that its wake-up is over by the time the copy starts.
     void standBy() {
+        backToBack_.store(Clock::now() - lastStandDown_.load() < kBackToBack);
         {
             std::lock_guard<std::mutex> lock(mutex_);
-            ++standbyCalls_;
+            standbyCalls_.fetch_add(1);
             standbys_.fetch_add(1);
         }
         wake_.notify_one();
     }
 
-    void standDown() { standbys_.fetch_sub(1); }
+    void standDown() {
+        lastStandDown_.store(Clock::now());
+        standbys_.fetch_sub(1);
+    }
 
     // Lets the helper take blocks of `job`. When it is still on another frame the offer is not
     // made and the caller does every block itself.
@@ -178,8 +188,8 @@ private:
 
     template <typename Condition>
     static void spinWhile(Condition condition, std::chrono::microseconds longest) {
-        const auto giveUp = std::chrono::steady_clock::now() + longest;
-        while (condition() && std::chrono::steady_clock::now() < giveUp) {
+        const auto giveUp = Clock::now() + longest;
+        while (condition() && Clock::now() < giveUp) {
             std::this_thread::yield();
         }
     }
@@ -187,15 +197,10 @@ private:
     [[noreturn]] void serve() {
         std::unique_lock<std::mutex> lock(mutex_);
         for (;;) {
-            wake_.wait(lock, [this] {
-                return offered_.load() != nullptr || standbyCalls_ != answeredStandbyCalls_;
-            });
-            answeredStandbyCalls_ = standbyCalls_;
+            wake_.wait(lock, [this] { return offered_.load() != nullptr || newStandby(); });
+            answeredStandbyCalls_ = standbyCalls_.load();
             if (offered_.load() == nullptr) {
-                lock.unlock();
-                spinWhile([this] { return offered_.load() == nullptr && standbys_.load() > 0; },
-                          kLongestStandby);
-                lock.lock();
+                awaitOffer(lock);
             }
             FrameJob* const job = offered_.load();
             if (job == nullptr) {
@@ -208,18 +213,41 @@ private:
             lock.lock();
             serving_.store(nullptr);
             done_.notify_all();
+            if (backToBack_.load()) {
+                watchForNextFrame(lock);
+            }
         }
+    }
+
+    bool newStandby() const { return standbyCalls_.load() != answeredStandbyCalls_; }
+
+    void awaitOffer(std::unique_lock<std::mutex>& lock) {
+        lock.unlock();
+        spinWhile([this] { return offered_.load() == nullptr && standbys_.load() > 0; },
+                  kLongestStandby);
+        lock.lock();
+    }
+
+    void watchForNextFrame(std::unique_lock<std::mutex>& lock) {
+        lock.unlock();
+        spinWhile([this] { return offered_.load() == nullptr && !newStandby(); }, kBackToBack);
+        lock.lock();
     }
 
     std::mutex mutex_;
     std::condition_variable wake_;
     std::condition_variable done_;
-    unsigned standbyCalls_ = 0;
+    // The helper's own record of the standbys it has answered.
     unsigned answeredStandbyCalls_ = 0;
-    // Written under the mutex (standbys_ also without it); read without it while spinning.
+    // Changed under the mutex where a sleeping helper must not miss the change; read without it
+    // while spinning.
     std::atomic<FrameJob*> offered_{nullptr};
     std::atomic<FrameJob*> serving_{nullptr};
+    std::atomic<unsigned> standbyCalls_{0};
     std::atomic<int> standbys_{0};
+    // When the last frame request ended, and whether the current one came soon after.
+    std::atomic<Clock::time_point> lastStandDown_{Clock::time_point{}};
+    std::atomic<bool> backToBack_{false};
 };
 
 // A single block is done sooner than the helper could be woken to share it.
