@@ -27,6 +27,7 @@ namespace {
 // Small enough that a block is still in the CPU cache when it is converted right after being
 // read, large enough that a frame takes few reads.
 constexpr size_t kBlockBytes = 256 * 1024;
+// A frame's last part goes in smaller blocks; see FrameJob::takeBlock.
 constexpr size_t kEndBytes = 512 * 1024;
 constexpr size_t kEndBlockBytes = 64 * 1024;
 static_assert(kBlockBytes % kBytesPerPixel == 0 && kEndBlockBytes % kBytesPerPixel == 0,
