@@ -15,7 +15,6 @@
 #include <mutex>
 #include <set>
 #include <sstream>
-#include <stdexcept>
 #include <string>
 #include <thread>
 #include <utility>
@@ -25,6 +24,7 @@
 #include "NorvaneExports.h"
 #include "Watchdog.h"
 #include "ZelLinuxApp.h"
+#include "support/AgentJson.h"
 #include "support/SimulatedPlatform.h"
 #include "support/StdoutCapture.h"
 #include "zel/core/DeviceValues.h"
@@ -34,6 +34,8 @@
 
 namespace norvane {
 namespace {
+
+using testing_support::parseJson;
 
 using testing::IsEmpty;
 
@@ -78,15 +80,6 @@ const std::map<std::string, const char*>& executeInputs() {
         {"FFFFFF_LIVE_SUPPORT_RESET_FACTORY_DEFAULTS", "{}"},
     };
     return inputs;
-}
-
-ZelJson::Value parseJson(const std::string& text) {
-    ZelJson::Value document;
-    ZelJson::Reader reader;
-    if (!reader.parse(text, document)) {
-        throw std::invalid_argument("bad JSON: " + reader.getFormattedErrorMessages());
-    }
-    return document;
 }
 
 // The three result codes of one pass over a command, each operation on a handler of its own as

@@ -36,15 +36,6 @@ Outcome run(Zel::Sv::CommandBase& command, const ZelJson::Value& input, Operatio
 
 }  // namespace
 
-ZelJson::Value parseJson(const std::string& text) {
-    ZelJson::Value document;
-    ZelJson::Reader reader;
-    if (!reader.parse(text, document)) {
-        throw std::invalid_argument("bad JSON: " + reader.getFormattedErrorMessages());
-    }
-    return document;
-}
-
 ZelJson::Value commandDataFile(const std::string& name) {
     const std::string path = std::string(NORVANE_TEST_DATA_DIR) + "/commands/" + name;
     std::ifstream file(path);

@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "support/AgentJson.h"
 #include "support/SimulatedPlatform.h"
 #include "support/StdoutCapture.h"
 #include "zel/json/ZelJson.h"
@@ -24,7 +25,7 @@ struct Outcome {
     ZelJson::Value document;
 };
 
-ZelJson::Value parseJson(const std::string& text);
+using testing_support::parseJson;
 // A JSON file of tests/data/commands.
 ZelJson::Value commandDataFile(const std::string& name);
 
