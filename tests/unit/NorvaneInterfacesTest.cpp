@@ -69,7 +69,7 @@ TEST(NorvaneInterfacesEmptyTable, NumericQueriesAndActionsAnswerTheirStandIns) {
         EXPECT_EQ(query(), expected);
     }
     std::string result, details;
-    EXPECT_EQ(NvArcInspect(result, details), 0);
+    EXPECT_EQ(NvArcCheck(result, details), 0);
     EXPECT_EQ(result, "N/A");
     EXPECT_EQ(details, "No Arc device.");
 }

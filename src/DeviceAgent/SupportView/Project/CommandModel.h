@@ -13,7 +13,7 @@ namespace norvane {
 namespace Sv {
 
 constexpr int32_t kKindService = 1;
-constexpr int32_t kKindInspection = 2;
+constexpr int32_t kKindDiagnostic = 2;
 constexpr int32_t kKindTool = 3;
 
 // Result codes of the handler operations.

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "DeviceAgent/SupportView/Project/CommandDocuments.h"
-#include "DeviceAgent/SupportView/Project/InspectionReports.h"
+#include "DeviceAgent/SupportView/Project/DiagnosticReports.h"
 #include "DeviceAgent/SupportView/Project/NorvaneInterfaces.h"
 #include "common/HostLog.h"
 

@@ -7,7 +7,7 @@ namespace Zel {
 namespace Sv {
 
 inline constexpr norvane::Sv::CommandTraits kBTDiagnosticTraits = {
-    "7A31B2_LIVE_SUPPORT_NORVNE_BT_DIAGNOSTIC", norvane::Sv::kKindInspection, 2000,
+    "7A31B2_LIVE_SUPPORT_NORVNE_BT_DIAGNOSTIC", norvane::Sv::kKindDiagnostic, 2000,
     kHandlesDescription | kHandlesExecute};
 
 class BTDiagnostic : public norvane::Sv::Descriptor<kBTDiagnosticTraits> {

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "DeviceAgent/SupportView/Project/CommandDocuments.h"
-#include "DeviceAgent/SupportView/Project/InspectionReports.h"
+#include "DeviceAgent/SupportView/Project/DiagnosticReports.h"
 #include "DeviceAgent/SupportView/Project/NorvaneInterfaces.h"
 #include "common/HostLog.h"
 
@@ -52,7 +52,7 @@ ZelJson::Value portReport(const std::string& port, HdmiState& state) {
     if (port == state.arcPort) {
         std::string result;
         std::string details;
-        norvane::NvArcInspect(result, details);
+        norvane::NvArcCheck(result, details);
         report["ARC Inspection"] = result;
     }
     report[formatText("%s CEC Inspection", port.c_str())] = verdict(state.cecEnabled);

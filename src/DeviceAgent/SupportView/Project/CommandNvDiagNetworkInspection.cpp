@@ -2,7 +2,7 @@
 
 #include "DeviceAgent/SupportView/Project/CommandNvDiagNetworkInspection.h"
 
-#include "DeviceAgent/SupportView/Project/InspectionReports.h"
+#include "DeviceAgent/SupportView/Project/DiagnosticReports.h"
 #include "DeviceAgent/SupportView/Project/NorvaneInterfaces.h"
 #include "common/HostLog.h"
 #include "zel/sv/SupportViewManager.h"

@@ -8,7 +8,7 @@ namespace Zel {
 namespace Sv {
 
 inline constexpr norvane::Sv::CommandTraits kNetworkDiagnosticTraits = {
-    "FFFFFF_LIVE_SUPPORT_NETWORK_DIAGNOSTICS", norvane::Sv::kKindInspection, 30000,
+    "FFFFFF_LIVE_SUPPORT_NETWORK_DIAGNOSTICS", norvane::Sv::kKindDiagnostic, 30000,
     kHandlesDescription | kHandlesExecute};
 
 class NetworkDiagnostic : public norvane::Sv::Descriptor<kNetworkDiagnosticTraits> {

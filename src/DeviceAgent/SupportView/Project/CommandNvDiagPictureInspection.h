@@ -8,7 +8,7 @@ namespace Zel {
 namespace Sv {
 
 inline constexpr norvane::Sv::CommandTraits kPictureDiagnosticTraits = {
-    "7A31B2_LIVE_SUPPORT_NORVNE_PICTURE_DIAGNOSTIC", norvane::Sv::kKindInspection, 2000,
+    "7A31B2_LIVE_SUPPORT_NORVNE_PICTURE_DIAGNOSTIC", norvane::Sv::kKindDiagnostic, 2000,
     kHandlesDescription | kHandlesExecute};
 
 class PictureDiagnostic : public norvane::Sv::Descriptor<kPictureDiagnosticTraits> {

@@ -2,7 +2,7 @@
 
 #include "DeviceAgent/SupportView/Project/CommandNvDiagSoundInspection.h"
 
-#include "DeviceAgent/SupportView/Project/InspectionReports.h"
+#include "DeviceAgent/SupportView/Project/DiagnosticReports.h"
 #include "DeviceAgent/SupportView/Project/NorvaneInterfaces.h"
 #include "common/HostLog.h"
 

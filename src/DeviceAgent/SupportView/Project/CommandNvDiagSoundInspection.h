@@ -9,7 +9,7 @@ namespace Zel {
 namespace Sv {
 
 inline constexpr norvane::Sv::CommandTraits kSoundDiagnosticTraits = {
-    "7A31B2_LIVE_SUPPORT_NORVNE_SOUND_DIAGNOSTIC", norvane::Sv::kKindInspection, 2000,
+    "7A31B2_LIVE_SUPPORT_NORVNE_SOUND_DIAGNOSTIC", norvane::Sv::kKindDiagnostic, 2000,
     kHandlesDescription | kHandlesExecute};
 
 class SoundDiagnostic : public norvane::Sv::Descriptor<kSoundDiagnosticTraits> {

@@ -7,7 +7,7 @@ namespace Zel {
 namespace Sv {
 
 inline constexpr norvane::Sv::CommandTraits kSystemInfoTraits = {
-    "7A31B2_LIVE_SUPPORT_NORVNE_SYSTEM_INFO_DIAGNOSTIC", norvane::Sv::kKindInspection, 2000,
+    "7A31B2_LIVE_SUPPORT_NORVNE_SYSTEM_INFO_DIAGNOSTIC", norvane::Sv::kKindDiagnostic, 2000,
     kHandlesDescription | kHandlesExecute};
 
 class SystemInfo : public norvane::Sv::Descriptor<kSystemInfoTraits> {

@@ -7,7 +7,7 @@ namespace Zel {
 namespace Sv {
 
 inline constexpr norvane::Sv::CommandTraits kTVDiagnosticTraits = {
-    "7A31B2_LIVE_SUPPORT_NORVNE_TV_DIAGNOSTIC", norvane::Sv::kKindInspection, 2000,
+    "7A31B2_LIVE_SUPPORT_NORVNE_TV_DIAGNOSTIC", norvane::Sv::kKindDiagnostic, 2000,
     kHandlesDescription | kHandlesExecute};
 
 class TVDiagnostic : public norvane::Sv::Descriptor<kTVDiagnosticTraits> {

@@ -259,7 +259,7 @@ std::string NvGetArcPortName() {
     NV_TRACE(__func__);
     return queryText(table.GetArcPortName, "");
 }
-int32_t NvArcInspect(std::string& result, std::string& details) {
+int32_t NvArcCheck(std::string& result, std::string& details) {
     NV_TRACE(__func__);
     if (table.ArcInspect == nullptr) {
         result = "N/A";

@@ -63,7 +63,7 @@ int32_t NvGetVStrHDMIPortNameList(std::vector<std::string>& list);
 int32_t NvGetVStrCecInputNames(std::vector<std::string>& list);
 bool NvIsCecEnabled();
 std::string NvGetArcPortName();
-int32_t NvArcInspect(std::string& result, std::string& details);
+int32_t NvArcCheck(std::string& result, std::string& details);
 int32_t NvGetVStrBTSelfDiagnoseInfo(std::vector<std::string>& list);
 int32_t NvGetVStrBTDeviceList(std::vector<std::string>& list);
 int32_t NvGetNetworkLinkStatus();

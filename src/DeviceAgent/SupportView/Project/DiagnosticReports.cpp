@@ -1,4 +1,4 @@
-#include "DeviceAgent/SupportView/Project/InspectionReports.h"
+#include "DeviceAgent/SupportView/Project/DiagnosticReports.h"
 
 namespace norvane {
 namespace Sv {
