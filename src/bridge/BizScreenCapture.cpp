@@ -114,7 +114,6 @@ int32_t BizFillVideoFrameBuffer(unsigned char* buffer, uint32_t size) {
         consoleLog(kLogError, "(size = %u) < WIDTH * HEIGHT * 4 ", size);
         return -1;
     }
-    const ConversionStandby helperStandby(framePixels);
     const uint32_t frame = frameCounter++;
     const char* readFile = kScreenshotFiles[frame % 2];
     const char* captureFile = kScreenshotFiles[(frame + 1) % 2];

@@ -4,290 +4,194 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <atomic>
-#include <chrono>
-#include <condition_variable>
+#include <cerrno>
+#include <cstdint>
 #include <cstring>
-#include <mutex>
-#include <thread>
+#include <iterator>
 
-// Where the CPU offers a byte shuffle the baseline lacks, the pixel conversion gets a version for
-// it, chosen when the library loads. Not under ThreadSanitizer: the choice runs while the library
-// is being relocated, before the sanitizer's runtime is up.
-#if defined(__x86_64__) && defined(__GNUC__) && !defined(__SANITIZE_THREAD__)
-#define NV_VECTOR_CLONES \
-    __attribute__((target_clones("arch=x86-64-v4", "avx2", "ssse3", "default")))
-#else
-#define NV_VECTOR_CLONES
+#if defined(__x86_64__)
+#include <immintrin.h>
+#elif defined(__arm__)
+#include <arm_neon.h>
+#include <asm/hwcap.h>
+#include <sys/auxv.h>
 #endif
 
 namespace norvane {
 namespace {
 
-// Small enough that a block is still in the CPU cache when it is converted right after being
-// read, large enough that a frame takes few reads.
-constexpr size_t kBlockBytes = 256 * 1024;
-// A frame's last part goes in smaller blocks; see FrameJob::takeBlock.
-constexpr size_t kEndBytes = 512 * 1024;
-constexpr size_t kEndBlockBytes = 64 * 1024;
-static_assert(kBlockBytes % kBytesPerPixel == 0 && kEndBlockBytes % kBytesPerPixel == 0,
-              "blocks hold whole pixels");
+static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "pixel words are read little-endian");
 
-// Sixteen pixels, one byte shuffle: each keeps G and A and trades B and R.
-typedef unsigned char PixelGroup __attribute__((vector_size(64)));
-constexpr size_t kGroupPixels = sizeof(PixelGroup) / kBytesPerPixel;
+// Small enough that a block read into the frame buffer is still in the CPU's cache when it is
+// converted right after, large enough that a frame takes few reads.
+constexpr size_t kBlockBytes = 128 * 1024;
+static_assert(kBlockBytes % kBytesPerPixel == 0, "blocks hold whole pixels");
 
-NV_VECTOR_CLONES void swapRedAndBlue(unsigned char* pixels, size_t count) {
-    size_t pixel = 0;
-    for (; pixel + kGroupPixels <= count; pixel += kGroupPixels) {
-        PixelGroup group;
-        std::memcpy(&group, pixels + pixel * kBytesPerPixel, sizeof group);
-        group = __builtin_shufflevector(
-            group, group, 2, 1, 0, 3, 6, 5, 4, 7, 10, 9, 8, 11, 14, 13, 12, 15, 18, 17, 16, 19, 22,
-            21, 20, 23, 26, 25, 24, 27, 30, 29, 28, 31, 34, 33, 32, 35, 38, 37, 36, 39, 42, 41, 40,
-            43, 46, 45, 44, 47, 50, 49, 48, 51, 54, 53, 52, 55, 58, 57, 56, 59, 62, 61, 60, 63);
-        std::memcpy(pixels + pixel * kBytesPerPixel, &group, sizeof group);
-    }
-    for (; pixel < count; ++pixel) {
-        std::swap(pixels[pixel * kBytesPerPixel], pixels[pixel * kBytesPerPixel + 2]);
+bool always() {
+    return true;
+}
+
+// A B,G,R,A pixel read as a little-endian word is 0xAARRGGBB: G and A stay, R and B trade places.
+inline uint32_t swapRedAndBlue(uint32_t pixel) {
+    return (pixel & 0xFF00FF00u) | ((pixel >> 16) & 0xFFu) | ((pixel & 0xFFu) << 16);
+}
+
+void convertEachPixel(unsigned char* pixels, size_t count) {
+    for (size_t at = 0; at < count * kBytesPerPixel; at += kBytesPerPixel) {
+        uint32_t pixel;
+        std::memcpy(&pixel, pixels + at, sizeof pixel);
+        pixel = swapRedAndBlue(pixel);
+        std::memcpy(pixels + at, &pixel, sizeof pixel);
     }
 }
 
-// One frame's copy, handed out a block at a time to whichever thread asks next, so that neither
-// thread waits for the other when one starts late.
-class FrameJob {
-public:
-    FrameJob(int file, size_t bytes, unsigned char* buffer)
-        : file_(file), bytes_(bytes), buffer_(buffer), firstGap_(bytes) {}
-
-    void work() {
-        size_t begin = 0;
-        size_t end = 0;
-        while (takeBlock(begin, end)) {
-            convertBlock(begin, end);
-        }
+// Groups of a fixed size, which the compiler turns into vector code wherever the target's
+// baseline has vectors (SSE2 on x86-64), and into word operations elsewhere.
+void convertPortable(unsigned char* pixels, size_t count) {
+    constexpr size_t kGroupPixels = 16;
+    const size_t grouped = count - count % kGroupPixels;
+    for (size_t pixel = 0; pixel < grouped; pixel += kGroupPixels) {
+        convertEachPixel(pixels + pixel * kBytesPerPixel, kGroupPixels);
     }
+    convertEachPixel(pixels + grouped * kBytesPerPixel, count - grouped);
+}
 
-    // Where the converted run from the start ends.
-    size_t convertedBytes() const { return firstGap_.load(); }
+#if defined(__x86_64__)
 
-private:
-    // The frame's end is handed out in smaller blocks, so that the two threads run out of work at
-    // nearly the same moment and neither waits long for the other.
-    bool takeBlock(size_t& begin, size_t& end) {
-        size_t next = nextByte_.load();
-        do {
-            if (next >= bytes_) {
-                return false;
-            }
-            const size_t size = bytes_ - next > kEndBytes ? kBlockBytes : kEndBlockBytes;
-            end = std::min(next + size, bytes_);
-        } while (!nextByte_.compare_exchange_weak(next, end));
-        begin = next;
-        return true;
+// One byte shuffle per 4 pixels.
+__attribute__((target("ssse3"))) void convertSsse3(unsigned char* pixels, size_t count) {
+    const __m128i order = _mm_setr_epi8(2, 1, 0, 3, 6, 5, 4, 7, 10, 9, 8, 11, 14, 13, 12, 15);
+    constexpr size_t kVectorPixels = sizeof(__m128i) / kBytesPerPixel;
+    const size_t vectored = count - count % kVectorPixels;
+    for (size_t pixel = 0; pixel < vectored; pixel += kVectorPixels) {
+        auto* at = reinterpret_cast<__m128i*>(pixels + pixel * kBytesPerPixel);
+        _mm_storeu_si128(at, _mm_shuffle_epi8(_mm_loadu_si128(at), order));
     }
+    convertEachPixel(pixels + vectored * kBytesPerPixel, count - vectored);
+}
 
-    // Reads the block into its place in the buffer and converts it while it is still cached. A
-    // file the TV shortens meanwhile just ends early (a mapping of it would fault instead).
-    void convertBlock(size_t begin, size_t end) {
-        size_t read = begin;
-        for (ssize_t got = 1; read < end && got > 0;) {
-            got = pread(file_, buffer_ + read, end - read, static_cast<off_t>(read));
-            read += got > 0 ? static_cast<size_t>(got) : 0;
-        }
-        const size_t whole = read - (read - begin) % kBytesPerPixel;
-        swapRedAndBlue(buffer_ + begin, (whole - begin) / kBytesPerPixel);
-        if (whole < end) {
-            noteGapAt(whole);
-        }
+// One byte shuffle per 8 pixels; a pixel never crosses the shuffle's 16-byte lanes.
+__attribute__((target("avx2"))) void convertAvx2(unsigned char* pixels, size_t count) {
+    const __m256i order = _mm256_setr_epi8(2, 1, 0, 3, 6, 5, 4, 7, 10, 9, 8, 11, 14, 13, 12, 15, 2,
+                                           1, 0, 3, 6, 5, 4, 7, 10, 9, 8, 11, 14, 13, 12, 15);
+    constexpr size_t kVectorPixels = sizeof(__m256i) / kBytesPerPixel;
+    const size_t vectored = count - count % kVectorPixels;
+    for (size_t pixel = 0; pixel < vectored; pixel += kVectorPixels) {
+        auto* at = reinterpret_cast<__m256i*>(pixels + pixel * kBytesPerPixel);
+        _mm256_storeu_si256(at, _mm256_shuffle_epi8(_mm256_loadu_si256(at), order));
     }
+    convertEachPixel(pixels + vectored * kBytesPerPixel, count - vectored);
+}
 
-    void noteGapAt(size_t at) {
-        size_t known = firstGap_.load();
-        while (at < known && !firstGap_.compare_exchange_weak(known, at)) {
-        }
-    }
+bool cpuHasSsse3() {
+    __builtin_cpu_init();
+    return __builtin_cpu_supports("ssse3");
+}
 
-    const int file_;
-    const size_t bytes_;
-    unsigned char* const buffer_;
-    std::atomic<size_t> nextByte_{0};
-    std::atomic<size_t> firstGap_;
+bool cpuHasAvx2() {
+    __builtin_cpu_init();
+    return __builtin_cpu_supports("avx2");
+}
+
+constexpr PixelConverter kConverters[] = {
+    {"portable", convertPortable, always},
+    {"ssse3", convertSsse3, cpuHasSsse3},
+    {"avx2", convertAvx2, cpuHasAvx2},
 };
 
-// One long-lived helper thread for the frame path, so that no thread is made per frame. Leaked
-// on purpose: the agent may ask for a frame while the process is exiting.
-class FrameHelper {
-    using Clock = std::chrono::steady_clock;
-    // Several times what one block takes to read and convert.
-    static constexpr std::chrono::microseconds kLongestSpin{200};
-    // Longer than the work a caller does between asking for a frame and offering it, short enough
-    // that a caller held up elsewhere does not keep a core busy for long.
-    static constexpr std::chrono::microseconds kLongestStandby{100};
-    // A frame asked for within this time of the previous one's end counts as back to back. After
-    // such a frame the helper watches this long for the next one before it sleeps: waking a
-    // sleeping thread costs the caller microseconds and the helper tens more before it runs.
-    // Frames further apart never keep it watching.
-    static constexpr std::chrono::microseconds kBackToBack{100};
+#elif defined(__arm__)
 
-public:
-    static FrameHelper& instance() {
-        static FrameHelper* const helper = new FrameHelper;
-        return *helper;
+// The armhf baseline has no NEON, so this function alone is built for it; it runs only where the
+// CPU reports NEON. 16 pixels a step: the load splits them into four planes, one per byte of a
+// pixel, and the store interleaves them again with the first and third planes traded.
+__attribute__((target("fpu=neon"))) void convertNeon(unsigned char* pixels, size_t count) {
+    constexpr size_t kVectorPixels = 16;
+    const size_t vectored = count - count % kVectorPixels;
+    for (size_t pixel = 0; pixel < vectored; pixel += kVectorPixels) {
+        unsigned char* at = pixels + pixel * kBytesPerPixel;
+        uint8x16x4_t planes = vld4q_u8(at);
+        const uint8x16_t blue = planes.val[0];
+        planes.val[0] = planes.val[2];
+        planes.val[2] = blue;
+        vst4q_u8(at, planes);
     }
+    convertEachPixel(pixels + vectored * kBytesPerPixel, count - vectored);
+}
 
-    // A frame is on its way: the helper wakes now and watches for the offer instead of sleeping,
-    // so that its wake-up is over by the time the copy starts.
-    void standBy() {
-        backToBack_.store(Clock::now() - lastStandDown_.load() < kBackToBack);
-        {
-            std::lock_guard<std::mutex> lock(mutex_);
-            standbyCalls_.fetch_add(1);
-            standbys_.fetch_add(1);
-        }
-        wake_.notify_one();
-    }
+bool cpuHasNeon() {
+    return (getauxval(AT_HWCAP) & HWCAP_NEON) != 0;
+}
 
-    void standDown() {
-        lastStandDown_.store(Clock::now());
-        standbys_.fetch_sub(1);
-    }
-
-    // Lets the helper take blocks of `job`. When it is still on another frame the offer is not
-    // made and the caller does every block itself.
-    void offer(FrameJob& job) {
-        {
-            std::lock_guard<std::mutex> lock(mutex_);
-            if (offered_.load() != nullptr || serving_.load() != nullptr) {
-                return;
-            }
-            offered_.store(&job);
-        }
-        wake_.notify_one();
-    }
-
-    // Returns once the helper can no longer touch `job`: an offer it has not taken yet is
-    // withdrawn, a job it is on is waited for. The caller only gets here when no block is left,
-    // so the helper is at most one block from done: a short spin usually sees it finish without
-    // the cost of sleeping and being woken.
-    void finish(FrameJob& job) {
-        {
-            std::lock_guard<std::mutex> lock(mutex_);
-            if (offered_.load() == &job) {
-                offered_.store(nullptr);
-            }
-        }
-        spinWhile([&] { return serving_.load() == &job; }, kLongestSpin);
-        std::unique_lock<std::mutex> lock(mutex_);
-        done_.wait(lock, [&] { return serving_.load() != &job; });
-    }
-
-private:
-    FrameHelper() {
-        std::thread([this] { serve(); }).detach();
-    }
-
-    template <typename Condition>
-    static void spinWhile(Condition condition, std::chrono::microseconds longest) {
-        const auto giveUp = Clock::now() + longest;
-        while (condition() && Clock::now() < giveUp) {
-            std::this_thread::yield();
-        }
-    }
-
-    [[noreturn]] void serve() {
-        std::unique_lock<std::mutex> lock(mutex_);
-        for (;;) {
-            wake_.wait(lock, [this] { return offered_.load() != nullptr || newStandby(); });
-            answeredStandbyCalls_ = standbyCalls_.load();
-            if (offered_.load() == nullptr) {
-                awaitOffer(lock);
-            }
-            FrameJob* const job = offered_.load();
-            if (job == nullptr) {
-                continue;
-            }
-            serving_.store(job);
-            offered_.store(nullptr);
-            lock.unlock();
-            job->work();
-            lock.lock();
-            serving_.store(nullptr);
-            done_.notify_all();
-            if (backToBack_.load()) {
-                watchForNextFrame(lock);
-            }
-        }
-    }
-
-    bool newStandby() const { return standbyCalls_.load() != answeredStandbyCalls_; }
-
-    void awaitOffer(std::unique_lock<std::mutex>& lock) {
-        lock.unlock();
-        spinWhile([this] { return offered_.load() == nullptr && standbys_.load() > 0; },
-                  kLongestStandby);
-        lock.lock();
-    }
-
-    void watchForNextFrame(std::unique_lock<std::mutex>& lock) {
-        lock.unlock();
-        spinWhile([this] { return offered_.load() == nullptr && !newStandby(); }, kBackToBack);
-        lock.lock();
-    }
-
-    std::mutex mutex_;
-    std::condition_variable wake_;
-    std::condition_variable done_;
-    // The helper's own record of the standbys it has answered.
-    unsigned answeredStandbyCalls_ = 0;
-    // Changed under the mutex where a sleeping helper must not miss the change; read without it
-    // while spinning.
-    std::atomic<FrameJob*> offered_{nullptr};
-    std::atomic<FrameJob*> serving_{nullptr};
-    std::atomic<unsigned> standbyCalls_{0};
-    std::atomic<int> standbys_{0};
-    // When the last frame request ended, and whether the current one came soon after.
-    std::atomic<Clock::time_point> lastStandDown_{Clock::time_point{}};
-    std::atomic<bool> backToBack_{false};
+constexpr PixelConverter kConverters[] = {
+    {"portable", convertPortable, always},
+    {"neon", convertNeon, cpuHasNeon},
 };
 
-// A single block is done sooner than the helper could be woken to share it.
-bool worthSharing(size_t bytes) {
-    return bytes > kBlockBytes;
+#else
+
+constexpr PixelConverter kConverters[] = {
+    {"portable", convertPortable, always},
+};
+
+#endif
+
+PixelConversion fastestConversionHere() {
+    PixelConversion fastest = convertPortable;
+    for (const PixelConverter& converter : kConverters) {
+        if (converter.runsHere()) {
+            fastest = converter.convert;
+        }
+    }
+    return fastest;
+}
+
+// Reads bytes [begin, end) of `file` into the same place in `buffer`. Returns where the data
+// ended: short of `end` when the file ends sooner (the TV shortened it) or cannot be read.
+size_t readBlock(int file, unsigned char* buffer, size_t begin, size_t end) {
+    size_t at = begin;
+    while (at < end) {
+        const ssize_t got = pread(file, buffer + at, end - at, static_cast<off_t>(at));
+        if (got > 0) {
+            at += static_cast<size_t>(got);
+        } else if (got == 0 || errno != EINTR) {
+            break;
+        }
+    }
+    return at;
 }
 
 }  // namespace
+
+PixelConverterList pixelConverters() {
+    return {kConverters, std::size(kConverters)};
+}
+
+PixelConversion chosenPixelConversion() {
+    static const PixelConversion chosen = fastestConversionHere();
+    return chosen;
+}
 
 size_t convertScreenshot(int file, size_t framePixels, unsigned char* buffer) {
     struct stat status {};
     if (fstat(file, &status) != 0 || status.st_size <= 0) {
         return 0;
     }
-    const size_t pixels =
-        std::min(framePixels, static_cast<size_t>(status.st_size) / kBytesPerPixel);
-    FrameJob job(file, pixels * kBytesPerPixel, buffer);
-    const bool shared = worthSharing(pixels * kBytesPerPixel);
-    if (shared) {
-        FrameHelper::instance().offer(job);
+    const size_t bytes =
+        std::min(framePixels, static_cast<size_t>(status.st_size) / kBytesPerPixel) *
+        kBytesPerPixel;
+    const PixelConversion convert = chosenPixelConversion();
+    // Read a block, then convert it while it is still cached. The file is read, never mapped: a
+    // screenshot the TV shortens meanwhile just ends early, where a mapping would fault.
+    for (size_t begin = 0; begin < bytes; begin += kBlockBytes) {
+        const size_t end = std::min(begin + kBlockBytes, bytes);
+        const size_t read = readBlock(file, buffer, begin, end);
+        const size_t whole = read - (read - begin) % kBytesPerPixel;
+        convert(buffer + begin, (whole - begin) / kBytesPerPixel);
+        if (whole < end) {
+            return whole / kBytesPerPixel;
+        }
     }
-    job.work();
-    if (shared) {
-        FrameHelper::instance().finish(job);
-    }
-    return job.convertedBytes() / kBytesPerPixel;
-}
-
-ConversionStandby::ConversionStandby(size_t framePixels)
-    : standing_(worthSharing(framePixels * kBytesPerPixel)) {
-    if (standing_) {
-        FrameHelper::instance().standBy();
-    }
-}
-
-ConversionStandby::~ConversionStandby() {
-    if (standing_) {
-        FrameHelper::instance().standDown();
-    }
+    return bytes / kBytesPerPixel;
 }
 
 }  // namespace norvane

@@ -8,24 +8,33 @@ namespace norvane {
 // Screenshots and frames alike: four bytes a pixel.
 constexpr size_t kBytesPerPixel = 4;
 
-// Copies the complete B,G,R,A pixels of the open screenshot `file`, at most `framePixels`, into
-// `buffer` as R,G,B,A, sharing the work with a helper thread. Bytes past the last complete pixel
-// are left as they were. Returns how many pixels from the start were converted: fewer than the
-// file held when the TV shortens it meanwhile.
-size_t convertScreenshot(int file, size_t framePixels, unsigned char* buffer);
+// Turns `count` B,G,R,A pixels at `pixels` into R,G,B,A in place. Any alignment.
+using PixelConversion = void (*)(unsigned char* pixels, size_t count);
 
-// Held from the moment a frame of `framePixels` is asked for until it is converted or given up:
-// the helper thread wakes meanwhile, so that its wake-up overlaps the caller's work before the
-// copy rather than delaying the copy.
-class ConversionStandby {
-public:
-    explicit ConversionStandby(size_t framePixels);
-    ~ConversionStandby();
-    ConversionStandby(const ConversionStandby&) = delete;
-    ConversionStandby& operator=(const ConversionStandby&) = delete;
-
-private:
-    const bool standing_;
+// One implementation of the pixel conversion built for this target.
+struct PixelConverter {
+    const char* name;
+    PixelConversion convert;
+    // Whether this CPU has the instructions the implementation uses.
+    bool (*runsHere)();
 };
+
+// Every implementation built for this target, from the portable one to the fastest.
+struct PixelConverterList {
+    const PixelConverter* first;
+    size_t count;
+    const PixelConverter* begin() const { return first; }
+    const PixelConverter* end() const { return first + count; }
+};
+PixelConverterList pixelConverters();
+
+// The fastest implementation this CPU runs, chosen on first use.
+PixelConversion chosenPixelConversion();
+
+// Copies the complete B,G,R,A pixels of the open screenshot `file`, at most `framePixels`, into
+// `buffer` as R,G,B,A, on the calling thread alone. Returns how many pixels from the start were
+// converted: fewer than the file held when the TV shortens it meanwhile. Nothing past the frame
+// is written.
+size_t convertScreenshot(int file, size_t framePixels, unsigned char* buffer);
 
 }  // namespace norvane

@@ -2,16 +2,23 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <fstream>
+#include <ostream>
 #include <random>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "bridge/ScreenshotConversion.h"
 
 namespace norvane {
+
+// Test names and failures show an implementation by its name.
+void PrintTo(const PixelConverter& converter, std::ostream* out) {
+    *out << converter.name;
+}
+
 namespace {
 
 constexpr unsigned char kUntouched = 0xEE;
@@ -108,42 +115,63 @@ TEST(ScreenshotConversion, AFileThatCannotBeReadGivesNoPixels) {
     EXPECT_EQ(buffer, std::vector<unsigned char>(16, kUntouched));
 }
 
-// Each caller stands the helper by before every frame, as the frame path does, and now and then
-// gives a frame up before converting it, as when the screenshot is missing.
-TEST(ScreenshotConversion, CallersOnSeveralThreadsEachGetTheirOwnFrame) {
-    constexpr int kCallers = 3;
-    constexpr int kFramesEach = 12;
-    std::vector<std::string> screenshots;
-    for (int caller = 0; caller < kCallers; ++caller) {
-        screenshots.push_back(randomBytes(kFullHdPixels * 4, 100 + caller));
+// Every implementation the target has, called directly: the frame path uses only the one chosen
+// for this CPU, but a TV with another CPU takes another.
+class PixelConversionTest : public testing::TestWithParam<PixelConverter> {};
+
+TEST_P(PixelConversionTest, AnyLengthAtAnyAlignmentAndNothingAroundIt) {
+    const PixelConverter& converter = GetParam();
+    if (!converter.runsHere()) {
+        GTEST_SKIP() << converter.name << " needs instructions this CPU lacks";
     }
-    const std::string name = testName();
-    std::vector<int> correctFrames(kCallers, 0);
-    std::vector<std::thread> callers;
-    for (int caller = 0; caller < kCallers; ++caller) {
-        callers.emplace_back([&, caller] {
-            const OpenScreenshot open(screenshots[caller], name + std::to_string(caller));
-            const std::vector<unsigned char> expected =
-                expectedBuffer(screenshots[caller], kFullHdPixels, kFullHdPixels * 4);
-            std::vector<unsigned char> buffer(kFullHdPixels * 4);
-            for (int frame = 0; frame < kFramesEach; ++frame) {
-                if (frame % 3 == caller) {
-                    const ConversionStandby givenUp(kFullHdPixels);
-                }
-                const ConversionStandby standby(kFullHdPixels);
-                buffer.assign(buffer.size(), kUntouched);
-                if (convertScreenshot(open.file(), kFullHdPixels, buffer.data()) == kFullHdPixels &&
-                    buffer == expected) {
-                    ++correctFrames[caller];
-                }
-            }
-        });
+    // Zero, one, around the vector widths, and a long ragged run.
+    const size_t counts[] = {0, 1, 3, 4, 5, 7, 8, 9, 15, 16, 17, 31, 32, 33, 63, 64, 65, 1031};
+    constexpr size_t kGuard = 64;
+    for (const size_t count : counts) {
+        for (size_t offset = 0; offset < 4; ++offset) {
+            SCOPED_TRACE(testing::Message() << count << " pixels at offset " << offset);
+            const std::string bytes = randomBytes(count * 4 + 2 * kGuard, count * 4 + offset);
+            std::vector<unsigned char> buffer(bytes.begin(), bytes.end());
+            converter.convert(buffer.data() + kGuard + offset, count);
+            std::vector<unsigned char> expected(bytes.begin(), bytes.end());
+            const std::vector<unsigned char> converted =
+                expectedBuffer(bytes.substr(kGuard + offset), count, count * 4);
+            std::copy(converted.begin(), converted.end(), expected.begin() + kGuard + offset);
+            EXPECT_EQ(buffer, expected);
+        }
     }
-    for (std::thread& caller : callers) {
-        caller.join();
-    }
-    EXPECT_EQ(correctFrames, std::vector<int>(kCallers, kFramesEach));
 }
+
+INSTANTIATE_TEST_SUITE_P(EveryImplementation, PixelConversionTest,
+                         testing::ValuesIn(pixelConverters().begin(), pixelConverters().end()),
+                         [](const testing::TestParamInfo<PixelConverter>& info) {
+                             return std::string(info.param.name);
+                         });
+
+// The list runs from the portable implementation to the fastest, so the frame path takes the
+// last one this CPU can run.
+TEST(PixelConversion, TheFramePathTakesTheFastestImplementationThisCpuRuns) {
+    const PixelConverterList converters = pixelConverters();
+    ASSERT_GT(converters.count, 0u);
+    EXPECT_STREQ(converters.first->name, "portable");
+    PixelConversion fastest = nullptr;
+    for (const PixelConverter& converter : converters) {
+        if (converter.runsHere()) {
+            fastest = converter.convert;
+        }
+    }
+    EXPECT_EQ(chosenPixelConversion(), fastest);
+}
+
+#if defined(__arm__) || defined(__x86_64__)
+// The targets that ship or build have a vector implementation next to the portable one, and the
+// machines that test them (the emulator gives NEON) run it, so both paths are tested.
+TEST(PixelConversion, TheTargetHasAVectorImplementationThatRunsHere) {
+    const PixelConverterList converters = pixelConverters();
+    ASSERT_GE(converters.count, 2u);
+    EXPECT_TRUE(converters.first[1].runsHere()) << converters.first[1].name;
+}
+#endif
 
 }  // namespace
 }  // namespace norvane
