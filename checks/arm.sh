@@ -3,7 +3,7 @@
 # and the whole unit and integration suite run by CTest under user-mode emulation (qemu-arm).
 # The target's libraries come from Debian's armhf packages, downloaded and unpacked into
 # build-arm/sysroot, never installed; downloads and sysroot stay cached there. Prints the size of
-# the stripped Arm plug-in.
+# the stripped Arm plug-in and checks that its frame conversion has its NEON version.
 set -euo pipefail
 
 # shellcheck source=lib/packages.bash
@@ -141,6 +141,18 @@ report_plugin() {
   echo "arm: stripped libnorvane_zel.so: $(stat -c %s "$stripped") bytes"
 }
 
+# Fails unless the frame conversion's NEON version is in the plug-in: four-plane loads and stores.
+report_neon_conversion() {
+  local plugin="$build/src/libnorvane_zel.so" loads stores
+  loads="$("$triplet-objdump" -d "$plugin" | grep -c $'\tvld4\.8' || true)"
+  stores="$("$triplet-objdump" -d "$plugin" | grep -c $'\tvst4\.8' || true)"
+  if [ "$loads" -eq 0 ] || [ "$stores" -eq 0 ]; then
+    echo "arm: the plug-in has no NEON pixel conversion (vld4.8/vst4.8)" >&2
+    exit 1
+  fi
+  echo "arm: NEON pixel conversion: $loads vld4.8 and $stores vst4.8 instructions"
+}
+
 # Under emulation: CTest runs each test program through qemu-arm (the toolchain file says so);
 # programs a test starts itself (agentsim) go through it as well. Suites this check does not build
 # have only a placeholder test; they are left out by name.
@@ -159,5 +171,6 @@ download_target_packages
 make_sysroot
 build_targets
 report_plugin
+report_neon_conversion
 run_tests
 echo "arm: done in $(($(date +%s) - started)) s"
