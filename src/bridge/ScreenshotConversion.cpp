@@ -58,18 +58,6 @@ void convertPortable(unsigned char* pixels, size_t count) {
 
 #if defined(__x86_64__)
 
-// One byte shuffle per 4 pixels.
-__attribute__((target("ssse3"))) void convertSsse3(unsigned char* pixels, size_t count) {
-    const __m128i order = _mm_setr_epi8(2, 1, 0, 3, 6, 5, 4, 7, 10, 9, 8, 11, 14, 13, 12, 15);
-    constexpr size_t kVectorPixels = sizeof(__m128i) / kBytesPerPixel;
-    const size_t vectored = count - count % kVectorPixels;
-    for (size_t pixel = 0; pixel < vectored; pixel += kVectorPixels) {
-        auto* at = reinterpret_cast<__m128i*>(pixels + pixel * kBytesPerPixel);
-        _mm_storeu_si128(at, _mm_shuffle_epi8(_mm_loadu_si128(at), order));
-    }
-    convertEachPixel(pixels + vectored * kBytesPerPixel, count - vectored);
-}
-
 // One byte shuffle per 8 pixels; a pixel never crosses the shuffle's 16-byte lanes.
 __attribute__((target("avx2"))) void convertAvx2(unsigned char* pixels, size_t count) {
     const __m256i order = _mm256_setr_epi8(2, 1, 0, 3, 6, 5, 4, 7, 10, 9, 8, 11, 14, 13, 12, 15, 2,
@@ -83,11 +71,6 @@ __attribute__((target("avx2"))) void convertAvx2(unsigned char* pixels, size_t c
     convertEachPixel(pixels + vectored * kBytesPerPixel, count - vectored);
 }
 
-bool cpuHasSsse3() {
-    __builtin_cpu_init();
-    return __builtin_cpu_supports("ssse3");
-}
-
 bool cpuHasAvx2() {
     __builtin_cpu_init();
     return __builtin_cpu_supports("avx2");
@@ -95,7 +78,6 @@ bool cpuHasAvx2() {
 
 constexpr PixelConverter kConverters[] = {
     {"portable", convertPortable, always},
-    {"ssse3", convertSsse3, cpuHasSsse3},
     {"avx2", convertAvx2, cpuHasAvx2},
 };
 
