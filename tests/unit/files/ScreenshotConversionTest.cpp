@@ -127,8 +127,11 @@ TEST_P(PixelConversionTest, AnyLengthAtAnyAlignmentAndNothingAroundIt) {
     // Zero, one, around the vector widths, and a long ragged run.
     const size_t counts[] = {0, 1, 3, 4, 5, 7, 8, 9, 15, 16, 17, 31, 32, 33, 63, 64, 65, 1031};
     constexpr size_t kGuard = 64;
+    // Every start within a 32-byte vector, on a pixel boundary or off it, so that each length of
+    // the lead-in before the first aligned vector is met.
+    constexpr size_t kOffsets = 36;
     for (const size_t count : counts) {
-        for (size_t offset = 0; offset < 4; ++offset) {
+        for (size_t offset = 0; offset < kOffsets; ++offset) {
             SCOPED_TRACE(testing::Message() << count << " pixels at offset " << offset);
             const std::string bytes = randomBytes(count * 4 + 2 * kGuard, count * 4 + offset);
             std::vector<unsigned char> buffer(bytes.begin(), bytes.end());
