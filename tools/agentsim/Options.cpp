@@ -30,6 +30,7 @@ const char* const kUsage =
     "  exec ID [JSON]     executes a command\n"
     "  screen FILE.png    saves a screen frame\n"
     "  run FILE|-         the scripted runner (JSON lines)\n"
+    "  console            the support console, a web page (--port N, --listen ADDRESS)\n"
     "\n"
     "Each command accepts --help.\n";
 

@@ -7,6 +7,7 @@
 
 #include "Agent.h"
 #include "Commands.h"
+#include "ConsoleCommand.h"
 #include "Options.h"
 #include "SimulatedTv.h"
 
@@ -59,6 +60,7 @@ const std::map<std::string, Command>& commands() {
           "tv.fault, tv.screen, tv.file, tv.stat, tv.read, journal, list, describe, get, exec, "
           "password, deviceValues, videoSize, gstreamerPath, frame, identity, host.session, "
           "host.set, host.calls, wait, logs.\n"}},
+        {"console", {agentsim::runConsole, agentsim::kConsoleHelp}},
         {"device-values",
          {agentsim::runDeviceValues,
           "usage: agentsim [options] device-values\n\nThe model and platform values the "
