@@ -33,6 +33,21 @@ std::string slurp(const std::string& path) {
 
 }  // namespace
 
+CommandLine::CommandLine(const std::string& program, const std::vector<std::string>& arguments) {
+    // A test running under user-mode emulation starts the target's programs through the same
+    // emulator (checks/arm.sh names it; the emulator finds the target's libraries itself).
+    const char* emulator = std::getenv("NORVANE_TEST_EMULATOR");
+    if (emulator != nullptr && *emulator != '\0') {
+        words_.emplace_back(emulator);
+    }
+    words_.push_back(program);
+    words_.insert(words_.end(), arguments.begin(), arguments.end());
+    for (std::string& word : words_) {
+        pointers_.push_back(word.data());
+    }
+    pointers_.push_back(nullptr);
+}
+
 ProcessResult runProcess(const std::string& program, const std::vector<std::string>& arguments,
                          const std::string& input) {
     const std::string inputPath = temporaryFile(input);
@@ -45,22 +60,10 @@ ProcessResult runProcess(const std::string& program, const std::vector<std::stri
     posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, outPath.c_str(), O_WRONLY, 0);
     posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, errPath.c_str(), O_WRONLY, 0);
 
-    std::vector<char*> argv;
-    // A test running under user-mode emulation starts the target's programs through the same
-    // emulator (checks/arm.sh names it; the emulator finds the target's libraries itself).
-    const char* emulator = std::getenv("NORVANE_TEST_EMULATOR");
-    if (emulator != nullptr && *emulator != '\0') {
-        argv.push_back(const_cast<char*>(emulator));
-    }
-    argv.push_back(const_cast<char*>(program.c_str()));
-    for (const std::string& argument : arguments) {
-        argv.push_back(const_cast<char*>(argument.c_str()));
-    }
-    argv.push_back(nullptr);
-
+    const CommandLine command(program, arguments);
     ProcessResult result;
     pid_t child = 0;
-    if (posix_spawn(&child, argv.front(), &actions, nullptr, argv.data(), environ) == 0) {
+    if (posix_spawn(&child, command.argv()[0], &actions, nullptr, command.argv(), environ) == 0) {
         int status = 0;
         waitpid(child, &status, 0);
         result.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);

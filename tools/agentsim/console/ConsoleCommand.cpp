@@ -1,6 +1,7 @@
 #include "ConsoleCommand.h"
 
 #include <boost/asio/io_context.hpp>
+#include <boost/asio/ip/address.hpp>
 #include <boost/asio/signal_set.hpp>
 #include <csignal>
 #include <stdexcept>
@@ -13,6 +14,7 @@
 #include "FramePump.h"
 #include "HttpServer.h"
 #include "JsonText.h"
+#include "tvsim/TvSim.h"
 
 namespace agentsim {
 
@@ -63,6 +65,12 @@ ConsoleSettings parseConsoleArguments(const std::vector<std::string>& arguments)
         if (word == "--port") {
             settings.port = portArgument(value);
         } else {
+            boost::system::error_code error;
+            boost::asio::ip::make_address(value, error);
+            if (error) {
+                throw std::invalid_argument("agentsim: --listen needs an IP address, not '" +
+                                            value + "'");
+            }
             settings.address = value;
             settings.addressGiven = true;
         }
@@ -107,8 +115,10 @@ int runConsole(Agent& agent, const Options& options) {
     std::fprintf(agent.out(),
                  "agentsim console: %s\n"
                  "  Open this address in a browser; it carries this run's access token.\n"
+                 "  The simulated TV's files: %s%s\n"
                  "  Ctrl-C stops the console.\n",
-                 guard.entryUrl().c_str());
+                 guard.entryUrl().c_str(), tvsim::Tv::instance().filesystemRoot().c_str(),
+                 options.tv.root.empty() ? " (removed when the console stops)" : "");
     std::fflush(agent.out());
 
     io.run();

@@ -1,5 +1,6 @@
 #include "HttpServer.h"
 
+#include <array>
 #include <atomic>
 #include <boost/asio/post.hpp>
 #include <boost/asio/steady_timer.hpp>
@@ -26,6 +27,8 @@ constexpr int kMaxConnections = 64;
 constexpr auto kTransferTimeout = std::chrono::seconds(30);
 // An idle connection kept open for the next request.
 constexpr auto kIdleTimeout = std::chrono::seconds(60);
+// How long a connection that is being closed still takes (and drops) what the client sends.
+constexpr auto kLinger = std::chrono::seconds(2);
 // An event stream with nothing to say sends a comment this often, which also finds a client
 // that has gone.
 constexpr auto kEventKeepAlive = std::chrono::seconds(15);
@@ -276,11 +279,34 @@ private:
 
     void onBodySent(beast::error_code error) {
         payload_ = Payload();
-        if (error || !keepAlive_) {
+        if (error) {
             close();
-            return;
+        } else if (!keepAlive_) {
+            lingerThenClose();
+        } else {
+            readHeader();
         }
-        readHeader();
+    }
+
+    // Says it is done sending, then reads and drops what the client still sends (the rest of a
+    // refused body) for a while, so that closing does not reset the connection before the client
+    // has read the answer.
+    void lingerThenClose() {
+        beast::error_code ignored;
+        stream_.socket().shutdown(tcp::socket::shutdown_send, ignored);
+        stream_.expires_after(kLinger);
+        drain();
+    }
+
+    void drain() {
+        stream_.async_read_some(net::buffer(discard_),
+                                [self = shared_from_this()](beast::error_code error, size_t) {
+                                    if (error) {
+                                        self->close();
+                                    } else {
+                                        self->drain();
+                                    }
+                                });
     }
 
     void pumpEvents() {
@@ -350,6 +376,7 @@ private:
     std::shared_ptr<EventStream> events_;
     std::string eventText_;
     bool writing_ = false;
+    std::array<char, 16 * 1024> discard_;
 };
 
 tcp::endpoint endpointOf(const std::string& address, uint16_t port) {
