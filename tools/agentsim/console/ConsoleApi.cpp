@@ -179,7 +179,7 @@ void ConsoleApi::handleApi(const HttpRequest& request, Responder& respond) {
         respond(jsonReply(backend_.state()));
     } else if (path == "/api/frame") {
         requireMethod(request, "GET");
-        serveFrame(request, respond);
+        serveFrameRequest(frames_, request, std::move(respond));
     } else if (path == "/api/feed") {
         requireMethod(request, "GET");
         HttpReply reply;
@@ -269,11 +269,11 @@ bool ConsoleApi::handleControl(const HttpRequest& request, Responder& respond) {
     return true;
 }
 
-void ConsoleApi::serveFrame(const HttpRequest& request, Responder& respond) {
+void serveFrameRequest(FramePump& frames, const HttpRequest& request, Responder respond) {
     const auto have = static_cast<uint64_t>(queryNumber(request, "have", 0, 0, INT64_MAX));
     const int rate =
         static_cast<int>(queryNumber(request, "rate", 5, kMinFrameRate, kMaxFrameRate));
-    frames_.request(have, rate, [respond = std::move(respond)](Payload payload) {
+    frames.request(have, rate, [respond = std::move(respond)](Payload payload) {
         HttpReply reply;
         reply.contentType = "application/octet-stream";
         reply.body = std::move(payload);

@@ -39,7 +39,6 @@ private:
     bool handleCommand(const HttpRequest& request, Responder& respond);
     bool handleControl(const HttpRequest& request, Responder& respond);
     void servePage(const HttpRequest& request, Responder& respond);
-    void serveFrame(const HttpRequest& request, Responder& respond);
     // Runs `work` on the worker threads after the calls queued before it in `lane`, then answers
     // with its JSON (or with the status of the ApiError it threw).
     void runInLane(const std::string& lane, Work work, Responder respond);
@@ -53,6 +52,10 @@ private:
     std::mutex lanesMutex_;
     std::map<std::string, Lane> lanes_;
 };
+
+// Answers GET /api/frame?have=SEQ&rate=N (frames per second, 1 to 10) from `frames`; ApiError
+// 400 for a malformed query.
+void serveFrameRequest(FramePump& frames, const HttpRequest& request, Responder respond);
 
 // The request body as a JSON object; ApiError 415 or 400 when it is not one.
 Json::Value jsonObjectBody(const HttpRequest& request);

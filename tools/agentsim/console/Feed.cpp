@@ -38,6 +38,9 @@ public:
         cursor_.id = id;
     }
 
+    // A page that left leaves no wake call behind.
+    ~Subscription() override { feed_->forgetWaiter(cursor_.id); }
+
     std::string next(std::function<void()> wake) override {
         return feed_->takeEvents(cursor_, std::move(wake));
     }
@@ -102,6 +105,11 @@ void Feed::wakeWaiters(std::unique_lock<std::mutex>& lock) {
     for (const auto& waiter : waiters) {
         waiter.second();
     }
+}
+
+void Feed::forgetWaiter(uint64_t subscription) {
+    std::lock_guard<std::mutex> lock(mutex_);
+    waiters_.erase(subscription);
 }
 
 std::shared_ptr<EventStream> Feed::subscribe() {

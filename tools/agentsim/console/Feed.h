@@ -63,6 +63,7 @@ private:
         bool started = false;  // a new subscription begins at the oldest entry kept
     };
     std::string takeEvents(Cursor& cursor, std::function<void()> wake);
+    void forgetWaiter(uint64_t subscription);
     void wakeWaiters(std::unique_lock<std::mutex>& lock);
 
     const size_t maxTextBytes_;
