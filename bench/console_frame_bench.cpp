@@ -23,6 +23,7 @@
 #include "FramePump.h"
 #include "HttpServer.h"
 #include "Plugin.h"
+#include "QuietStdout.h"
 #include "SimulatedTv.h"
 
 namespace {
@@ -37,28 +38,6 @@ double seconds(clockid_t clock) {
     clock_gettime(clock, &now);
     return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
 }
-
-// The plug-in logs every frame on standard output; keep that out of the result table.
-class QuietStdout {
-public:
-    QuietStdout() {
-        std::fflush(stdout);
-        saved_ = dup(STDOUT_FILENO);
-        const int null = open("/dev/null", O_WRONLY);
-        dup2(null, STDOUT_FILENO);
-        close(null);
-    }
-    ~QuietStdout() {
-        std::fflush(stdout);
-        dup2(saved_, STDOUT_FILENO);
-        close(saved_);
-    }
-    QuietStdout(const QuietStdout&) = delete;
-    QuietStdout& operator=(const QuietStdout&) = delete;
-
-private:
-    int saved_ = -1;
-};
 
 // The simulated TV (1080p, the built-in profile) and the started plug-in, once per process.
 const agentsim::PluginEntryPoints& startedPlugin() {

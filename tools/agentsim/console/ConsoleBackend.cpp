@@ -70,6 +70,14 @@ std::string number(double value) {
     return text.str();
 }
 
+// A handler's result code and its document, unchanged, under `documentName`.
+Json::Value withResult(const HandlerResult& outcome, const char* documentName) {
+    Json::Value answer(Json::objectValue);
+    answer["result"] = outcome.result;
+    answer[documentName] = outcome.document;
+    return answer;
+}
+
 }  // namespace
 
 ConsoleBackend::ConsoleBackend(Agent& agent, Feed& feed) : agent_(agent), feed_(feed) {}
@@ -110,27 +118,15 @@ Json::Value ConsoleBackend::catalogue() {
 }
 
 Json::Value ConsoleBackend::describe(const std::string& id) {
-    const HandlerResult outcome = agent_.describe(command(id));
-    Json::Value answer(Json::objectValue);
-    answer["result"] = outcome.result;
-    answer["document"] = outcome.document;
-    return answer;
+    return withResult(agent_.describe(command(id)), "document");
 }
 
 Json::Value ConsoleBackend::get(const std::string& id, const Json::Value& request) {
-    const HandlerResult outcome = agent_.get(command(id), request);
-    Json::Value answer(Json::objectValue);
-    answer["result"] = outcome.result;
-    answer["document"] = outcome.document;
-    return answer;
+    return withResult(agent_.get(command(id), request), "document");
 }
 
 Json::Value ConsoleBackend::execute(const std::string& id, const Json::Value& input) {
-    const HandlerResult outcome = agent_.execute(command(id), input);
-    Json::Value answer(Json::objectValue);
-    answer["result"] = outcome.result;
-    answer["output"] = outcome.document;
-    return answer;
+    return withResult(agent_.execute(command(id), input), "output");
 }
 
 Json::Value ConsoleBackend::device() {
