@@ -122,6 +122,7 @@ void ConsoleApi::handle(HttpRequest request, Responder respond) {
             servePage(request, respond);
         }
     } catch (const ApiError& error) {
+        // Refusals come before the request is handed on, so the responder is still here.
         respond(HttpReply::error(error.status(), error.what()));
     }
 }
@@ -179,7 +180,7 @@ void ConsoleApi::handleApi(const HttpRequest& request, Responder& respond) {
         respond(jsonReply(backend_.state()));
     } else if (path == "/api/frame") {
         requireMethod(request, "GET");
-        serveFrameRequest(frames_, request, std::move(respond));
+        serveFrameRequest(frames_, request, respond);
     } else if (path == "/api/feed") {
         requireMethod(request, "GET");
         HttpReply reply;

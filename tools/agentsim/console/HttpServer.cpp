@@ -211,7 +211,12 @@ private:
         request.authorized = guard.carriesToken(credentials);
         request.contentType = std::string(message[http::field::content_type]);
         request.body = parser_->release().body();
-        context_->router->handle(std::move(request), responder());
+        try {
+            context_->router->handle(std::move(request), responder());
+        } catch (const std::exception& error) {
+            // A fault of the console's own: the client learns of it, the other clients carry on.
+            sendAndClose(HttpReply::error(500, std::string("the console failed: ") + error.what()));
+        }
     }
 
     Responder responder() {
