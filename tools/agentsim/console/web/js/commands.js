@@ -121,6 +121,11 @@ class Field {
       : null;
     const help = this.input.DESCRIPTION && this.input.DESCRIPTION !== this.input.NAME
       ? element('div', { class: 'help' }, this.input.DESCRIPTION) : null;
+    if (this.type === 'TEXT' && this.readOnly && !this.control.value) {
+      // A read-only text with nothing in it is a line of explanation: its name says it all.
+      return element('div', { class: 'input note', hidden: !this.visible, 'data-field': this.id },
+        element('label', {}, this.input.NAME ?? this.id, badges), help);
+    }
     return element('div', { class: 'input', hidden: !this.visible, 'data-field': this.id },
       element('label', { for: this.control.id }, this.input.NAME ?? this.id, badges),
       element('div', {}, this.control, range),
@@ -151,7 +156,8 @@ export class Commands {
           type: 'button',
           'data-command': entry.id,
           onclick: () => this.open(entry),
-        }, displayName(entry), element('span', { class: 'command-id' }, entry.id))))));
+        }, displayName(entry),
+        displayName(entry) !== entry.id ? element('span', { class: 'command-id' }, entry.id) : null)))));
     }
     return this.catalogue;
   }
@@ -178,17 +184,30 @@ export class Commands {
     const inputs = Array.isArray(document.INPUTS) ? document.INPUTS : [];
     const fields = inputs.map((input) => new Field(input));
     const handlers = HANDLERS.filter(([bit]) => entry.mask & bit).map(([, name]) => name).join(', ');
-    const preview = element('pre', { class: 'input-document' });
+    // The document Execute sends: written from the form, or as the user edits it by hand (for
+    // inputs a form cannot say, such as a list of buttons).
+    const preview = element('textarea', { class: 'input-document', rows: '8', spellcheck: 'false', 'aria-label': 'Input document' });
+    let edited = false;
+    preview.addEventListener('input', () => { edited = true; });
     const result = element('div', { class: 'result', hidden: true, 'aria-live': 'polite' });
     const status = element('span', { class: 'muted small', role: 'status' });
     const hidden = fields.filter((field) => !field.visible).length;
 
-    const inputDocument = () => Object.fromEntries(fields.map((field) => [field.id, field.value()]));
-    const refreshPreview = () => {
+    const formDocument = () => Object.fromEntries(fields.map((field) => [field.id, field.value()]));
+    const inputDocument = () => {
+      if (!edited) return formDocument();
       try {
-        preview.textContent = JSON.stringify(inputDocument(), null, 2);
+        return JSON.parse(preview.value);
       } catch (error) {
-        preview.textContent = error.message;
+        throw new Error(`the input document is not valid JSON: ${error.message}`);
+      }
+    };
+    const refreshPreview = () => {
+      edited = false;
+      try {
+        preview.value = JSON.stringify(formDocument(), null, 2);
+      } catch (error) {
+        preview.value = error.message;
       }
     };
 
@@ -200,9 +219,12 @@ export class Commands {
         element('button', { type: 'submit', class: 'primary', id: 'execute' }, 'Execute'),
         entry.mask & 2 ? element('button', { type: 'button', id: 'read-values', onclick: () => this.readValues(entry, fields, status, refreshPreview) }, 'Read current values') : null,
         status),
-      element('details', { class: 'document' }, element('summary', {}, 'Input document'), preview));
-    form.addEventListener('input', refreshPreview);
-    form.addEventListener('change', refreshPreview);
+      element('details', { class: 'document' }, element('summary', {}, 'Input document (edit to send it as written)'), preview));
+    const fromForm = (event) => {
+      if (event.target !== preview) refreshPreview();
+    };
+    form.addEventListener('input', fromForm);
+    form.addEventListener('change', fromForm);
     form.addEventListener('submit', (event) => {
       event.preventDefault();
       this.execute(entry, fields, inputDocument, result, status);
