@@ -4,6 +4,8 @@
 #include <boost/asio/ip/address.hpp>
 #include <boost/asio/signal_set.hpp>
 #include <csignal>
+#include <functional>
+#include <iterator>
 #include <stdexcept>
 
 #include "AccessGuard.h"
@@ -24,7 +26,8 @@ const char* const kConsoleHelp =
     "The support console: a web page with the TV's live screen, a remote control, every command\n"
     "as a form, the device values, the viewer's remote-support menu, the agent's server and a\n"
     "live feed of the TV journal and the logs. agentsim prints the page's address, which carries\n"
-    "an access token for this run; Ctrl-C stops the console and removes the TV's folder.\n"
+    "an access token for this run. Ctrl-C (or SIGTERM, SIGHUP) stops it: it lets the calls under\n"
+    "way finish, removes the TV's folder and exits with status 0.\n"
     "\n"
     "  --port N           the port (default 8080, or a free port when 8080 is taken; 0: any\n"
     "                     free port)\n"
@@ -47,6 +50,37 @@ uint16_t portArgument(const std::string& text) {
     }
     return static_cast<uint16_t>(value);
 }
+
+// Ctrl-C, SIGTERM and SIGHUP stop the console gracefully while it runs; the handling agentsim had
+// before comes back afterwards (the signal set alone would leave the default behind).
+class StopSignals {
+public:
+    StopSignals(boost::asio::io_context& io, std::function<void()> stop) : signals_(io) {
+        for (size_t i = 0; i < std::size(kStopSignals); ++i) {
+            sigaction(kStopSignals[i], nullptr, &previous_[i]);
+            signals_.add(kStopSignals[i]);
+        }
+        signals_.async_wait([stop = std::move(stop)](const boost::system::error_code& error, int) {
+            if (!error) {
+                stop();
+            }
+        });
+    }
+    ~StopSignals() {
+        boost::system::error_code ignored;
+        signals_.clear(ignored);
+        for (size_t i = 0; i < std::size(kStopSignals); ++i) {
+            sigaction(kStopSignals[i], &previous_[i], nullptr);
+        }
+    }
+    StopSignals(const StopSignals&) = delete;
+    StopSignals& operator=(const StopSignals&) = delete;
+
+private:
+    static constexpr int kStopSignals[] = {SIGINT, SIGTERM, SIGHUP};
+    boost::asio::signal_set signals_;
+    struct sigaction previous_[std::size(kStopSignals)] = {};
+};
 
 }  // namespace
 
@@ -94,12 +128,9 @@ int runConsole(Agent& agent, const Options& options) {
     FramePump frames(agent.plugin());
     ConsoleApi api(guard, backend, frames, *feed, collector);
 
-    boost::asio::signal_set signals(io, SIGINT, SIGTERM, SIGHUP);
-    signals.async_wait([&](const boost::system::error_code& error, int) {
-        if (!error) {
-            server.stop();
-            io.stop();
-        }
+    const StopSignals signals(io, [&] {
+        server.stop();
+        io.stop();
     });
     collector.start();
     frames.start();
