@@ -60,6 +60,8 @@ protected:
     }
 };
 
+// The last look, after the tenth wait, cannot be seen: a log chunk found then changes nothing,
+// and an archive found then counts as missing.
 TEST_F(FileTiming, TheArchiveCountsWhenFoundAfterTheNinthWaitButNotAfterTheTenth) {
     EXPECT_EQ(packWithArchiveDuringWait(9), 1);
     EXPECT_EQ(timesPrinted(console.take(), kChannelWait), 9u);

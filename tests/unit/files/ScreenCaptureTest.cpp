@@ -97,6 +97,8 @@ TEST_F(FrameFill, ALargerBufferGetsOneFrameAndAShortFileItsCompletePixels) {
     EXPECT_TRUE(fs::exists(hostPath(kSecondFile))) << "a short screenshot is kept";
 }
 
+// Past eight misses the miss count stops growing; only an overflow after 2^31 misses could show
+// whether it does.
 TEST_F(FrameFill, EightMissesInARowStopTheCapturesUntilAFileTurnsUp) {
     tv().setCaptureEnabled(false);
     for (int call = 0; call < 10; ++call) {

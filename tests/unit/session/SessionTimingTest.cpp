@@ -172,6 +172,19 @@ TEST_F(SessionTiming, TheCodeWaitGivesUpSixtySecondsAfterAskingTheAgent) {
     EXPECT_EQ(obtained.code, "123456");
 }
 
+// A host-down wait without a limit (0) has no deadline to see, and nothing ends it but a host
+// already down when it starts; only timed ones are checked.
+TEST_F(SessionTiming, AHostDownWaitEndsWhenItsTimeIsUp) {
+    HeldTime time;
+    std::future<int32_t> wait = time.inBackground([] { return WaitZelHostDown(5); });
+    ASSERT_TRUE(time.awaitWakeupAt(5));
+    time.advanceTo(4.999);
+    EXPECT_FALSE(testing_support::finished(wait));
+    time.advanceTo(5);
+    ASSERT_TRUE(finishes(wait));
+    EXPECT_EQ(wait.get(), 1);
+}
+
 // Enabling forgets a connection when the agent's session is over (states 6 to 8): a later
 // disconnect is then not reported.
 TEST_F(SessionTiming, EnablingForgetsAConnectionOnlyInStatesSixToEight) {
