@@ -112,6 +112,18 @@ TEST_F(FrameFill, EightMissesInARowStopTheCapturesUntilAFileTurnsUp) {
     EXPECT_EQ(takeActions().size(), 1u) << "a found screenshot starts the captures again";
 }
 
+using ScreenCapture = FilesTest;
+
+TEST_F(ScreenCapture, ACaptureNeedsAFolderAndAFileName) {
+    for (const Arguments& parts : {Arguments{}, Arguments{kFolder}}) {
+        EXPECT_EQ(BizActionCaptureScreen(parts), -1);
+        EXPECT_EQ(console.take(), "\t<** In BizActionCaptureScreen, parameter error. **>\n");
+    }
+    EXPECT_TRUE(takeActions().empty());
+    EXPECT_EQ(BizActionCaptureScreen({kFolder, "test0.raw", "ignored"}), 0);
+    EXPECT_THAT(takeActions(), ElementsAre(Arguments{kFolder, "test0.raw"}));
+}
+
 // The probe makes the screenshot folder inside the TV's /tmp.
 class ScreenSizeProbe : public FilesTest {
 protected:
