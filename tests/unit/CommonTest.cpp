@@ -14,6 +14,8 @@ namespace {
 
 using testing_support::StdoutCapture;
 
+// A format that comes out empty gives an empty text whether or not the formatter takes the
+// zero length apart: that edge cannot be seen.
 TEST(ConsoleLog, FramesInformationAndErrorsAndFormatsArguments) {
     StdoutCapture console;
     EXPECT_EQ(consoleLog(kLogInfo, "value = %d, key = %s.\n", 42, "k"), 0);

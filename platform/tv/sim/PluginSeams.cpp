@@ -24,8 +24,7 @@ timespec monotonicNow() {
 }
 
 int timedWait(pthread_cond_t* condition, pthread_mutex_t* mutex, const timespec& deadline) {
-    const timespec real = tvsim::Tv::instance().realTimeOf(deadline);
-    return pthread_cond_timedwait(condition, mutex, &real);
+    return tvsim::Tv::instance().timedWait(condition, mutex, deadline);
 }
 
 }  // namespace clock

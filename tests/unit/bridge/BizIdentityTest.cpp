@@ -48,6 +48,18 @@ TEST(BizPassword, HandWorkedVectors) {
     EXPECT_EQ(BizGenerateZelPassword({}), kSeed);
 }
 
+// At the serial's even positions no byte ORed with the seed's character gives 96 or 97 ("`" or
+// "a"), so the edge of "above 96" cannot be seen there; at the MAC's position 1 ("k") it can.
+TEST(BizPassword, MacCharactersAtTheEdgesOfTheLetters) {
+    // 'a' & 'k' = 'a' (97): upper-cased; 'A' & 'k' = 'A' (65): kept; '@' & 'k' = 64, below 'A':
+    // 64 % 27 + 32 + 1 = '+'.
+    EXPECT_EQ(BizGenerateZelPassword({"", "xa"}), "TAq7rLw_Zb3x-9mNp");
+    EXPECT_EQ(BizGenerateZelPassword({"", "xA"}), "TAq7rLw_Zb3x-9mNp");
+    EXPECT_EQ(BizGenerateZelPassword({"", "x@"}), "T+q7rLw_Zb3x-9mNp");
+    // '`' & 'k' = 96: kept.
+    EXPECT_EQ(BizGenerateZelPassword({"", "x`"}), "T`q7rLw_Zb3x-9mNp");
+}
+
 TEST(BizPassword, EveryInputGivesSeventeenPrintableCharacters) {
     const std::vector<std::pair<std::string, std::string>> cases = {
         {"NV55UX8", "a4:3b:0c:11:22:33"},

@@ -17,6 +17,8 @@ using BizPicture = BridgeTest;
 
 TEST_F(BizPicture, ModeLabelsFollowTheHdrFlag) {
     // Columns: HDR flag 0, 1, 2, then 3 and -1 (any other kind); rows: mode 0 to 6, 7, -5.
+    // Mode 7 reads the last row as every number past it does: whether the row bound is 6 or 7
+    // cannot be seen.
     const std::vector<std::string> rows = {
         "Vivid, HDR Vivid, Dolby Vision Custom, HDR Vivid, HDR Vivid",
         "Standard, HDR Standard, Dolby Vision Custom, HDR Standard, HDR Standard",

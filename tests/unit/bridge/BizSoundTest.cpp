@@ -119,6 +119,8 @@ TEST_F(BizSound, YesNoReadersAndHbbTv) {
     EXPECT_FALSE(BizIsBTSoundBarType());
     EXPECT_TRUE(BizIsHeadphoneConnected());
     EXPECT_TRUE(BizIsCecEnabled());
+    tv().set("marlo.sl2.i32.sound.headphone.exist", 2);
+    EXPECT_FALSE(BizIsHeadphoneConnected()) << "only 1 means plugged in";
     EXPECT_THAT(consoleLines(), testing::Contains("\t<-- lipsync is -1.\n -->\n"));
 
     BizSetHbbTVState(7);

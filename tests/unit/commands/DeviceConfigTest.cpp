@@ -98,6 +98,8 @@ TEST_F(DeviceConfig, AnUnknownTypeIsLoggedAndSendsTheEmptyNotice) {
     EXPECT_TRUE(tvFileExists(kFirstChunk)) << "no collection, and nothing deleted";
 }
 
+// An empty file fails the size check, and would fail the read after it the same way (7): where
+// the size check's edge lies cannot be seen from outside.
 TEST_F(DeviceConfig, AnEmptyFileIsAReadFailureAndIsDeleted) {
     writeTvFile(kSecondChunk, "");
     const Outcome outcome = execute(command, request("Log1"));

@@ -14,6 +14,14 @@
 
 namespace norvane {
 
+inline size_t timesPrinted(const std::string& output, const std::string& text) {
+    size_t count = 0;
+    for (size_t at = output.find(text); at != std::string::npos; at = output.find(text, at + 1)) {
+        ++count;
+    }
+    return count;
+}
+
 class FilesTest : public testing::Test {
 protected:
     testing_support::SimulatedPlatform platform;

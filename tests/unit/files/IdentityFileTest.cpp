@@ -120,7 +120,10 @@ TEST_F(IdentityFile, TheKeyMovesToTheDevicePasswordInSevenLines) {
     EXPECT_TRUE(holdsTheTestKey(pem, kDevicePassword));
     EXPECT_FALSE(holdsTheTestKey(pem, kOldPassPhrase));
     EXPECT_FALSE(fs::exists(hostPath(kKeyFile)));
-    EXPECT_THAT(platform.takeHostLogTexts(), ElementsAre("PEM_write_bio_RSAPrivateKey"));
+    const std::vector<zelsim::LogLine> log = zelsim::takeLogLines();
+    ASSERT_EQ(log.size(), 1u);
+    EXPECT_EQ(log[0].text, "PEM_write_bio_RSAPrivateKey");
+    EXPECT_EQ(log[0].severity, 7) << "a detail";
 }
 
 TEST_F(IdentityFile, AnEmptyPasswordIsGeneratedAndTheInputMayBeReplaced) {

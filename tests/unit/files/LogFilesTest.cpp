@@ -15,14 +15,6 @@ using testing_support::writeTvFile;
 
 constexpr const char* kArchive = "/OAD/zel_channel_list.zip";
 
-size_t timesPrinted(const std::string& output, const std::string& text) {
-    size_t count = 0;
-    for (size_t at = output.find(text); at != std::string::npos; at = output.find(text, at + 1)) {
-        ++count;
-    }
-    return count;
-}
-
 TEST(ShellCommand, RunsWhatFillsTheBufferAndRefusesOneByteMore) {
     testing_support::StdoutCapture console;
     const std::string touch = "touch " + testing::TempDir();

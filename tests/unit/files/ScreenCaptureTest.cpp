@@ -97,6 +97,8 @@ TEST_F(FrameFill, ALargerBufferGetsOneFrameAndAShortFileItsCompletePixels) {
     EXPECT_TRUE(fs::exists(hostPath(kSecondFile))) << "a short screenshot is kept";
 }
 
+// Past eight misses the miss count stops growing; only an overflow after 2^31 misses could show
+// whether it does.
 TEST_F(FrameFill, EightMissesInARowStopTheCapturesUntilAFileTurnsUp) {
     tv().setCaptureEnabled(false);
     for (int call = 0; call < 10; ++call) {
@@ -108,6 +110,18 @@ TEST_F(FrameFill, EightMissesInARowStopTheCapturesUntilAFileTurnsUp) {
     EXPECT_TRUE(takeActions().empty());
     EXPECT_EQ(fill(), -1);
     EXPECT_EQ(takeActions().size(), 1u) << "a found screenshot starts the captures again";
+}
+
+using ScreenCapture = FilesTest;
+
+TEST_F(ScreenCapture, ACaptureNeedsAFolderAndAFileName) {
+    for (const Arguments& parts : {Arguments{}, Arguments{kFolder}}) {
+        EXPECT_EQ(BizActionCaptureScreen(parts), -1);
+        EXPECT_EQ(console.take(), "\t<** In BizActionCaptureScreen, parameter error. **>\n");
+    }
+    EXPECT_TRUE(takeActions().empty());
+    EXPECT_EQ(BizActionCaptureScreen({kFolder, "test0.raw", "ignored"}), 0);
+    EXPECT_THAT(takeActions(), ElementsAre(Arguments{kFolder, "test0.raw"}));
 }
 
 // The probe makes the screenshot folder inside the TV's /tmp.

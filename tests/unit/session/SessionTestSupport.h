@@ -3,14 +3,13 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <functional>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "NorvaneExports.h"
 #include "ZelLinuxApp.h"
+#include "support/HeldTime.h"
 #include "support/SimulatedPlatform.h"
 #include "support/StdoutCapture.h"
 
@@ -59,13 +58,7 @@ protected:
 
     // Polls (a few real milliseconds at a time) until `condition` holds; false after ~5 s.
     static bool eventually(const std::function<bool()>& condition) {
-        for (int i = 0; i < 2500; ++i) {
-            if (condition()) {
-                return true;
-            }
-            std::this_thread::sleep_for(std::chrono::milliseconds(2));
-        }
-        return condition();
+        return testing_support::eventually(condition);
     }
 
     std::vector<int32_t> notifyWrites() {

@@ -1,6 +1,8 @@
 #include "ScaledClock.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <cmath>
 #include <stdexcept>
 
@@ -8,6 +10,12 @@ namespace tvsim {
 namespace {
 
 constexpr int64_t kNanosecondsPerSecond = 1000000000;
+// What "never" becomes while the clock is held short of an instant; a sleeper is woken by the
+// next change of the clock long before.
+constexpr int64_t kFarAheadNanoseconds = 3600 * kNanosecondsPerSecond;
+// A timed waiter is woken when the scale or the hold changes, but it may be just about to wait
+// then and miss it; it looks at the clock again after at most this much real time.
+constexpr int64_t kWaitSliceNanoseconds = 10000000;
 
 int64_t nanosecondsOf(const timespec& time) {
     return static_cast<int64_t>(time.tv_sec) * kNanosecondsPerSecond + time.tv_nsec;
@@ -29,10 +37,9 @@ int64_t realNow() {
     return nanosecondsOf(now);
 }
 
-void sleepUntilReal(int64_t deadline) {
-    const timespec until = timespecOf(deadline);
-    while (clock_nanosleep(CLOCK_MONOTONIC, TIMER_ABSTIME, &until, nullptr) == EINTR) {
-    }
+// steady_clock reads CLOCK_MONOTONIC, the clock of the real readings here.
+std::chrono::steady_clock::time_point steadyTimeOf(int64_t realNanoseconds) {
+    return std::chrono::steady_clock::time_point(std::chrono::nanoseconds(realNanoseconds));
 }
 
 }  // namespace
@@ -44,10 +51,9 @@ void ScaledClock::setScale(double scale) {
         throw std::invalid_argument("time scale must be positive");
     }
     std::lock_guard<std::mutex> lock(mutex_);
-    const int64_t real = realNow();
-    simulatedAnchor_ = simulatedAt(real);
-    realAnchor_ = real;
+    reanchor();
     scale_ = scale;
+    announceChange();
 }
 
 double ScaledClock::scale() const {
@@ -57,31 +63,125 @@ double ScaledClock::scale() const {
 
 timespec ScaledClock::now() const {
     std::lock_guard<std::mutex> lock(mutex_);
-    return timespecOf(simulatedAt(realNow()));
+    return timespecOf(nowAt(realNow()));
 }
 
 timespec ScaledClock::realTimeOf(const timespec& simulated) const {
     std::lock_guard<std::mutex> lock(mutex_);
-    const long double simulatedSpan = nanosecondsOf(simulated) - simulatedAnchor_;
-    return timespecOf(realAnchor_ + static_cast<int64_t>(std::ceil(simulatedSpan / scale_)));
+    return timespecOf(realTimeOfLocked(nanosecondsOf(simulated)));
 }
 
 void ScaledClock::sleepFor(double seconds) const {
     if (!(seconds > 0)) {
         return;
     }
-    const timespec start = now();
+    std::unique_lock<std::mutex> lock(mutex_);
     const int64_t target =
-        nanosecondsOf(start) + static_cast<int64_t>(std::ceil(seconds * kNanosecondsPerSecond));
-    // Rounding may wake us a nanosecond early in simulated terms; sleep on until it has passed.
-    while (nanosecondsOf(now()) < target) {
-        sleepUntilReal(nanosecondsOf(realTimeOf(timespecOf(target))));
+        nowAt(realNow()) + static_cast<int64_t>(std::ceil(seconds * kNanosecondsPerSecond));
+    const auto wakeup = wakeups_.insert(target);
+    waitFor(lock, target);
+    wakeups_.erase(wakeup);
+}
+
+int ScaledClock::timedWait(pthread_cond_t* condition, pthread_mutex_t* mutex,
+                           const timespec& deadline) const {
+    const int64_t target = nanosecondsOf(deadline);
+    std::unique_lock<std::mutex> lock(mutex_);
+    const auto wakeup = wakeups_.insert(target);
+    const auto waiting = waitingConditions_.insert(condition);
+    int result = ETIMEDOUT;
+    for (int64_t real = realNow(); nowAt(real) < target; real = realNow()) {
+        const timespec until =
+            timespecOf(std::min(realTimeOfLocked(target), real + kWaitSliceNanoseconds));
+        lock.unlock();
+        result = pthread_cond_timedwait(condition, mutex, &until);
+        lock.lock();
+        if (result != ETIMEDOUT) {
+            break;
+        }
     }
+    waitingConditions_.erase(waiting);
+    wakeups_.erase(wakeup);
+    return result;
+}
+
+timespec ScaledClock::hold() {
+    std::lock_guard<std::mutex> lock(mutex_);
+    reanchor();
+    hold_ = simulatedAnchor_;
+    return timespecOf(*hold_);
+}
+
+void ScaledClock::advanceTo(const timespec& instant) {
+    const int64_t target = nanosecondsOf(instant);
+    std::unique_lock<std::mutex> lock(mutex_);
+    if (!hold_) {
+        throw std::logic_error("simulated time is not held");
+    }
+    reanchor();
+    if (target < simulatedAnchor_) {
+        throw std::invalid_argument("simulated time cannot go back");
+    }
+    hold_ = target;
+    announceChange();
+    waitFor(lock, target);
+}
+
+void ScaledClock::release() {
+    std::lock_guard<std::mutex> lock(mutex_);
+    reanchor();
+    hold_.reset();
+    announceChange();
+}
+
+std::vector<timespec> ScaledClock::pendingWakeups() const {
+    std::lock_guard<std::mutex> lock(mutex_);
+    std::vector<timespec> instants;
+    for (int64_t wakeup : wakeups_) {
+        instants.push_back(timespecOf(wakeup));
+    }
+    return instants;
 }
 
 int64_t ScaledClock::simulatedAt(int64_t realNanoseconds) const {
     const long double realSpan = realNanoseconds - realAnchor_;
     return simulatedAnchor_ + static_cast<int64_t>(std::floor(realSpan * scale_));
+}
+
+int64_t ScaledClock::nowAt(int64_t realNanoseconds) const {
+    const int64_t simulated = simulatedAt(realNanoseconds);
+    return hold_ ? std::min(simulated, *hold_) : simulated;
+}
+
+int64_t ScaledClock::realTimeOfLocked(int64_t simulated) const {
+    if (hold_ && simulated > *hold_) {
+        return realNow() + kFarAheadNanoseconds;
+    }
+    const long double simulatedSpan = simulated - simulatedAnchor_;
+    return realAnchor_ + static_cast<int64_t>(std::ceil(simulatedSpan / scale_));
+}
+
+// Continues from the clock's present reading, so that a new scale or hold takes effect from now.
+void ScaledClock::reanchor() {
+    const int64_t real = realNow();
+    simulatedAnchor_ = nowAt(real);
+    realAnchor_ = real;
+}
+
+void ScaledClock::waitFor(std::unique_lock<std::mutex>& lock, int64_t target) const {
+    // Rounding may wake us a nanosecond early in simulated terms; sleep on until it has passed.
+    while (nowAt(realNow()) < target) {
+        changed_.wait_until(lock, steadyTimeOf(realTimeOfLocked(target)));
+    }
+}
+
+// The waiters' own mutexes are not taken here: a woken waiter finds the clock changed, or
+// takes the wake-up as a spurious one.
+void ScaledClock::announceChange() {
+    changed_.notify_all();
+    for (pthread_cond_t* condition : waitingConditions_) {
+        pthread_cond_broadcast(condition);
+    }
 }
 
 }  // namespace tvsim

@@ -161,4 +161,25 @@ void Tv::sleepFor(double seconds) const {
     state_->service.clock().sleepFor(seconds);
 }
 
+int Tv::timedWait(pthread_cond_t* condition, pthread_mutex_t* mutex,
+                  const timespec& deadline) const {
+    return state_->service.clock().timedWait(condition, mutex, deadline);
+}
+
+timespec Tv::holdTime() {
+    return state_->service.clock().hold();
+}
+
+void Tv::advanceTimeTo(const timespec& instant) {
+    state_->service.clock().advanceTo(instant);
+}
+
+void Tv::releaseTime() {
+    state_->service.clock().release();
+}
+
+std::vector<timespec> Tv::pendingWakeups() const {
+    return state_->service.clock().pendingWakeups();
+}
+
 }  // namespace tvsim

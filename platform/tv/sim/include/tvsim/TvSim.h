@@ -3,6 +3,8 @@
 // interfaces in platform/tv/include.
 #pragma once
 
+#include <pthread.h>
+
 #include <cstdint>
 #include <ctime>
 #include <functional>
@@ -125,12 +127,30 @@ public:
     void setTimeScale(double scale);
     double timeScale() const;
     // The simulated monotonic clock (CLOCK_MONOTONIC scaled from the moment of the last
-    // setTimeScale).
+    // setTimeScale), unless held (below).
     timespec monotonicNow() const;
-    // The real CLOCK_MONOTONIC time at which the simulated clock reaches `simulated`.
+    // The real CLOCK_MONOTONIC time at which the simulated clock reaches `simulated`; an hour
+    // ahead while time is held short of it.
     timespec realTimeOf(const timespec& simulated) const;
-    // Lets `seconds` of simulated time pass.
+    // Lets `seconds` of simulated time pass, following changes of the scale and the hold.
     void sleepFor(double seconds) const;
+    // The plug-in's timed waits: pthread_cond_timedwait on a condition variable that uses
+    // CLOCK_MONOTONIC, with `deadline` on the simulated clock. ETIMEDOUT once the simulated
+    // deadline has passed; a change of the scale or hold wakes it as a spurious wake-up (0).
+    int timedWait(pthread_cond_t* condition, pthread_mutex_t* mutex,
+                  const timespec& deadline) const;
+    // Held time, so that a test sees what happens at an exact instant: time runs on only up to
+    // the held instant and stays there; sleeps and waits for later instants go on waiting.
+    // Stops time where it is and returns that instant.
+    timespec holdTime();
+    // With time held: lets it run on at the scale up to `instant`, holds it there and returns
+    // once it shows `instant`. Throws std::logic_error when time is not held and
+    // std::invalid_argument when `instant` lies in the past.
+    void advanceTimeTo(const timespec& instant);
+    // Time runs on from where it was held.
+    void releaseTime();
+    // The simulated instants that sleeps and timed waits are waiting for, earliest first.
+    std::vector<timespec> pendingWakeups() const;
 
 private:
     Tv();
