@@ -2,12 +2,29 @@
 
 #include <cerrno>
 #include <cmath>
+#include <limits>
 #include <stdexcept>
+#include <string>
+
+#include "tvsim/TvSim.h"
 
 namespace tvsim {
 namespace {
 
 constexpr int64_t kNanosecondsPerSecond = 1000000000;
+
+// Nanoseconds computed in floating point, held to what int64_t takes: a clock that runs out
+// stops at its end instead of wrapping.
+int64_t saturated(long double nanoseconds) {
+    constexpr long double kMost = static_cast<long double>(std::numeric_limits<int64_t>::max());
+    if (!(nanoseconds < kMost)) {
+        return std::numeric_limits<int64_t>::max();
+    }
+    if (!(nanoseconds > -kMost)) {
+        return -std::numeric_limits<int64_t>::max();
+    }
+    return static_cast<int64_t>(nanoseconds);
+}
 
 int64_t nanosecondsOf(const timespec& time) {
     return static_cast<int64_t>(time.tv_sec) * kNanosecondsPerSecond + time.tv_nsec;
@@ -40,8 +57,10 @@ void sleepUntilReal(int64_t deadline) {
 ScaledClock::ScaledClock() : realAnchor_(realNow()), simulatedAnchor_(realAnchor_) {}
 
 void ScaledClock::setScale(double scale) {
-    if (!std::isfinite(scale) || scale <= 0) {
-        throw std::invalid_argument("time scale must be positive");
+    if (!(scale >= kSlowestTimeScale && scale <= kFastestTimeScale)) {
+        throw std::invalid_argument("time scale " + std::to_string(scale) + " is not from " +
+                                    std::to_string(kSlowestTimeScale) + " to " +
+                                    std::to_string(kFastestTimeScale));
     }
     std::lock_guard<std::mutex> lock(mutex_);
     const int64_t real = realNow();
@@ -62,8 +81,9 @@ timespec ScaledClock::now() const {
 
 timespec ScaledClock::realTimeOf(const timespec& simulated) const {
     std::lock_guard<std::mutex> lock(mutex_);
-    const long double simulatedSpan = nanosecondsOf(simulated) - simulatedAnchor_;
-    return timespecOf(realAnchor_ + static_cast<int64_t>(std::ceil(simulatedSpan / scale_)));
+    const long double simulatedSpan =
+        static_cast<long double>(nanosecondsOf(simulated)) - simulatedAnchor_;
+    return timespecOf(saturated(realAnchor_ + std::ceil(simulatedSpan / scale_)));
 }
 
 void ScaledClock::sleepFor(double seconds) const {
@@ -72,7 +92,8 @@ void ScaledClock::sleepFor(double seconds) const {
     }
     const timespec start = now();
     const int64_t target =
-        nanosecondsOf(start) + static_cast<int64_t>(std::ceil(seconds * kNanosecondsPerSecond));
+        saturated(nanosecondsOf(start) +
+                  std::ceil(static_cast<long double>(seconds) * kNanosecondsPerSecond));
     // Rounding may wake us a nanosecond early in simulated terms; sleep on until it has passed.
     while (nanosecondsOf(now()) < target) {
         sleepUntilReal(nanosecondsOf(realTimeOf(timespecOf(target))));
@@ -81,7 +102,7 @@ void ScaledClock::sleepFor(double seconds) const {
 
 int64_t ScaledClock::simulatedAt(int64_t realNanoseconds) const {
     const long double realSpan = realNanoseconds - realAnchor_;
-    return simulatedAnchor_ + static_cast<int64_t>(std::floor(realSpan * scale_));
+    return saturated(simulatedAnchor_ + std::floor(realSpan * scale_));
 }
 
 }  // namespace tvsim
