@@ -15,10 +15,9 @@
 #include <fstream>
 #include <functional>
 #include <iterator>
-#include <sstream>
 #include <thread>
 
-#include "JsonText.h"
+#include "support/JsonLines.h"
 #include "support/ProcessRun.h"
 
 namespace {
@@ -29,6 +28,7 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 using testing::StartsWith;
+using testing_support::jsonLines;
 using testing_support::ProcessResult;
 using testing_support::ProcessSetup;
 using testing_support::RunningProcess;
@@ -60,19 +60,6 @@ bool eventually(const std::function<bool()>& condition) {
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }
     return condition();
-}
-
-std::vector<Json::Value> answers(const std::string& output) {
-    std::vector<Json::Value> parsed;
-    std::istringstream lines(output);
-    std::string line;
-    while (std::getline(lines, line)) {
-        Json::Value answer;
-        simjson::ParseError error;
-        EXPECT_TRUE(simjson::parse(line, answer, error)) << line;
-        parsed.push_back(answer);
-    }
-    return parsed;
 }
 
 // Each test has a folder of its own: agentsim takes it as its temporary folder (TMPDIR), so that
@@ -323,7 +310,7 @@ TEST_F(AgentsimLimits, RecordsKeepTheirNewestEntriesAndCountTheRest) {
     script += "{\"op\":\"journal\"}\n{\"op\":\"logs\"}\n{\"op\":\"journal\"}\n";
     const ProcessResult result = run({"--time-scale", "1000", "run", "-"}, script);
     ASSERT_EQ(result.exitCode, 0) << result.err;
-    const std::vector<Json::Value> replies = answers(result.out);
+    const std::vector<Json::Value> replies = jsonLines(result.out);
     ASSERT_EQ(replies.size(), kPresses + 4u);
 
     const Json::Value& journal = replies[kPresses + 1];
