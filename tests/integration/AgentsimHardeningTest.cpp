@@ -156,6 +156,7 @@ TEST_F(AgentsimCleanUp, EveryFailureLeavesNothingBehind) {
     const fs::path profile = writeFile("bad-profile.json", "{\"settings\": 7}");
     const std::vector<std::pair<std::vector<std::string>, int>> failures = {
         {{"--frobnicate", "list"}, kUsageStatus},
+        {{"--root", "", "list"}, kUsageStatus},
         {{"--tv", profile.string(), "list"}, kUsageStatus},
         {{"--tv", (folder() / "no-such-profile.json").string(), "list"}, kUsageStatus},
         {{"frobnicate"}, kUsageStatus},

@@ -59,7 +59,7 @@ Options parseOptions(int argc, char** argv) {
     options.pluginPath = defaultPluginPath();
     int index = 1;
     auto valueOf = [&](const std::string& option) {
-        if (index + 1 >= argc) {
+        if (index + 1 >= argc || argv[index + 1][0] == '\0') {
             throw std::invalid_argument("agentsim: " + option + " needs a value");
         }
         return std::string(argv[++index]);

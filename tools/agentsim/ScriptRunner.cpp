@@ -1,6 +1,6 @@
 #include "ScriptRunner.h"
 
-#include <cmath>
+#include <cinttypes>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -469,7 +469,7 @@ Json::Value ScriptRunner::answer(const std::string& line) {
 void ScriptRunner::run(std::istream& script, std::FILE* out) {
     std::string line;
     bool whole = true;
-    for (int step = 1; readLine(script, line, whole); ++step) {
+    for (uint64_t step = 1; readLine(script, line, whole); ++step) {
         if (whole && line.find_first_not_of(" \t\r") == std::string::npos) {
             continue;
         }
@@ -488,7 +488,7 @@ void ScriptRunner::run(std::istream& script, std::FILE* out) {
         // "step" leads each answer so that a reader can match it to its request at a glance.
         std::string members = simjson::compact(result);
         members = members.size() > 2 ? "," + members.substr(1) : "}";
-        std::fprintf(out, "{\"step\":%d%s\n", step, members.c_str());
+        std::fprintf(out, "{\"step\":%" PRIu64 "%s\n", step, members.c_str());
         flushOrThrow(out);
     }
 }
