@@ -1,6 +1,7 @@
 // agentsim's scripted runner on one request line, with the plug-in loaded as the agent loads it
 // and started by an "init" line first. A StepError is the runner's answer to a request it cannot
 // carry out: an expected outcome.
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
@@ -13,10 +14,10 @@
 
 namespace {
 
-// A script may name any host path for the identity rewrite, and may leave the TV's folder with
-// "..": both would let the fuzzer change the host's own files.
+// The identity rewrite writes wherever the script says inside the TV, its tool folder included.
 constexpr const char* kHostPathOperation = "identity";
-// Files in the TV's tool folder are programs that the plug-in runs.
+// Files in the TV's tool folder are programs that the plug-in runs. (Paths that leave the TV's
+// folder are the runner's to refuse.)
 constexpr const char* kToolFolder = "/usr/local/bin";
 // A script sets how long it waits and how large the screen and frames are; beyond these bounds
 // an input would only be slow, which is no fault.
@@ -33,9 +34,18 @@ bool staysInTheTvData(const Json::Value& path) {
     if (!path.isString()) {
         return true;
     }
-    const std::string text = path.asString();
-    const std::string normal = std::filesystem::path(text).lexically_normal().string();
-    return text.find("..") == std::string::npos && normal.rfind(kToolFolder, 0) != 0;
+    // The folders of the path as the TV's filesystem takes them.
+    std::filesystem::path normal;
+    for (const std::filesystem::path& part : std::filesystem::path(path.asString())) {
+        if (part == "..") {
+            normal = normal.parent_path();
+        } else if (!part.empty() && part != "." && part != "/") {
+            normal /= part;
+        }
+    }
+    const std::filesystem::path tools = std::filesystem::path(kToolFolder).relative_path();
+    return std::mismatch(tools.begin(), tools.end(), normal.begin(), normal.end()).first !=
+           tools.end();
 }
 
 // Whether the request may run here. Lines that are no request go to the runner, which rejects

@@ -145,6 +145,15 @@ void replaceCachedStatus(ZelStatus* status) {
     session().cachedStatus = status;
 }
 
+// Caller holds the mutex. Ends the agent's session for a code nobody used. The cached status
+// belongs to the ended session and goes with it: the agent may well be back in the same state
+// with a new code before the next poll, which must still count as a change for the request
+// waiting on it.
+void terminateUnusedSession() {
+    ZelSessionTerm();
+    replaceCachedStatus(nullptr);
+}
+
 // Written twice, 0 first, so that the TV sees a change even when the value repeats.
 void notifyTv(int32_t value) {
     ZelBizClient* client = ZelBizClient::getInstance();
@@ -159,7 +168,7 @@ void expireUnusedCode(PollControl& control) {
         !state.savedSessionCode.empty() &&
         wholeSecondsSince(state.savedCodeTime) > kCodeLifeSeconds) {
         consoleLog(kLogError, "Session code timeout and not connect, terminate current session");
-        ZelSessionTerm();
+        terminateUnusedSession();
         control.sleepSeconds(kPauseAfterTermSeconds);
     }
 }
@@ -297,7 +306,10 @@ bool answeredByCurrentSession(std::string& code) {
     } else if (saved == SavedCode::Valid) {
         answered = true;
     } else if (saved == SavedCode::Expired) {
-        ZelSessionTerm();
+        {
+            SessionLock lock;
+            terminateUnusedSession();
+        }
         clock::sleepSeconds(kPauseAfterTermSeconds);
     } else {
         consoleLog(kLogError, "Zel session state: %d \n", status.state);

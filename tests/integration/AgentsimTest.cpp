@@ -7,15 +7,15 @@
 #include <cstdio>
 #include <fstream>
 #include <iterator>
-#include <sstream>
 
-#include "JsonText.h"
+#include "support/JsonLines.h"
 #include "support/ProcessRun.h"
 
 namespace {
 
 using testing::HasSubstr;
 using testing::StartsWith;
+using testing_support::jsonLines;
 using testing_support::ProcessResult;
 using testing_support::runProcess;
 
@@ -26,19 +26,6 @@ std::string dataFile(const std::string& name) {
 
 ProcessResult agentsim(const std::vector<std::string>& arguments, const std::string& input = "") {
     return runProcess(NORVANE_AGENTSIM_PATH, arguments, input);
-}
-
-std::vector<Json::Value> answers(const std::string& output) {
-    std::vector<Json::Value> parsed;
-    std::istringstream lines(output);
-    std::string line;
-    while (std::getline(lines, line)) {
-        Json::Value answer;
-        simjson::ParseError error;
-        EXPECT_TRUE(simjson::parse(line, answer, error)) << line;
-        parsed.push_back(answer);
-    }
-    return parsed;
 }
 
 TEST(AgentsimRunner, AnswersEveryRequestAsTheContractSays) {
@@ -60,7 +47,7 @@ TEST(AgentsimRunner, DrivesAStartedPlugInAndReportsItsJournal) {
         "{\"op\":\"tv.screen\",\"width\":0,\"height\":5}\n";
     const ProcessResult result = agentsim({"--time-scale", "100", "run", "-"}, script);
     ASSERT_EQ(result.exitCode, 0) << result.err;
-    const std::vector<Json::Value> replies = answers(result.out);
+    const std::vector<Json::Value> replies = jsonLines(result.out);
     ASSERT_EQ(replies.size(), 7u);
     for (size_t i = 0; i < replies.size(); ++i) {
         EXPECT_EQ(replies[i]["step"].asInt(), static_cast<int>(i + 1));

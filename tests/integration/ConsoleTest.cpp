@@ -14,20 +14,24 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <optional>
 #include <regex>
+#include <thread>
 
 #include "JsonText.h"
-#include "support/BackgroundProcess.h"
 #include "support/HttpClient.h"
+#include "support/ProcessRun.h"
 
 namespace {
 
 using testing::HasSubstr;
-using testing_support::BackgroundProcess;
 using testing_support::EventStreamReader;
 using testing_support::HttpAnswer;
 using testing_support::HttpCall;
 using testing_support::httpCall;
+using testing_support::ProcessResult;
+using testing_support::RunningProcess;
+using testing_support::runProcess;
 using Headers = std::vector<std::pair<std::string, std::string>>;
 namespace net = boost::asio;
 
@@ -67,21 +71,42 @@ FrameAnswer decodeFrame(const std::string& body) {
     return frame;
 }
 
+// The line of the program's output that holds `text`, once it has been printed whole; nothing
+// when it has not come within `patience`.
+std::optional<std::string> lineHolding(const RunningProcess& program, const std::string& text,
+                                       std::chrono::milliseconds patience) {
+    const auto deadline = std::chrono::steady_clock::now() + patience;
+    for (;;) {
+        const std::string output = program.outputSoFar();
+        const size_t at = output.find(text);
+        const size_t end = at == std::string::npos ? at : output.find('\n', at);
+        if (end != std::string::npos) {
+            const size_t start = output.rfind('\n', at);
+            return output.substr(start == std::string::npos ? 0 : start + 1,
+                                 end - (start == std::string::npos ? 0 : start + 1));
+        }
+        if (std::chrono::steady_clock::now() >= deadline) {
+            return std::nullopt;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+}
+
 // One agentsim console on a free port, with simulated time 100 times faster.
 class Console : public testing::Test {
 protected:
     void SetUp() override { start({"--time-scale", "100", "console", "--port", "0"}); }
 
     void start(const std::vector<std::string>& arguments) {
-        process_ = std::make_unique<BackgroundProcess>(NORVANE_AGENTSIM_PATH, arguments);
-        const auto line = process_->waitForLine("agentsim console: http://", kStartUp);
-        ASSERT_TRUE(line) << process_->output() << process_->errors();
+        process_ = std::make_unique<RunningProcess>(NORVANE_AGENTSIM_PATH, arguments);
+        const auto line = lineHolding(*process_, "agentsim console: http://", kStartUp);
+        ASSERT_TRUE(line) << process_->outputSoFar();
         std::smatch match;
         ASSERT_TRUE(std::regex_search(*line, match, std::regex(R"(:(\d+)/\?token=([0-9a-f]{32}))")))
             << *line;
         port_ = static_cast<uint16_t>(std::stoi(match[1]));
         token_ = match[2];
-        const auto files = process_->waitForLine("The simulated TV's files: ", kStartUp);
+        const auto files = lineHolding(*process_, "The simulated TV's files: ", kStartUp);
         ASSERT_TRUE(files);
         root_ = files->substr(files->find(": ") + 2);
         root_ = root_.substr(0, root_.find(' '));
@@ -141,15 +166,13 @@ protected:
         return answer;
     }
 
-    // Stops the console as Ctrl-C does; its exit status.
-    int interrupt(int signal = SIGINT) {
+    // Stops the console as Ctrl-C does; how it ended.
+    ProcessResult interrupt(int signal = SIGINT) {
         process_->signal(signal);
-        const auto status = process_->wait(std::chrono::seconds(30));
-        EXPECT_TRUE(status) << "the console did not stop";
-        return status.value_or(-1);
+        return process_->wait();
     }
 
-    std::unique_ptr<BackgroundProcess> process_;
+    std::unique_ptr<RunningProcess> process_;
     uint16_t port_ = 0;
     std::string token_;
     std::string root_;
@@ -384,13 +407,14 @@ TEST_F(Console, StopsCleanlyOnCtrlCAndRemovesTheTvsFiles) {
     ASSERT_TRUE(std::filesystem::is_directory(root_)) << root_;
     EventStreamReader feed(port_, tokenHeader());
     frame(0);
-    EXPECT_EQ(interrupt(SIGINT), 0) << process_->errors();
-    EXPECT_THAT(process_->output(), HasSubstr("agentsim console: stopped"));
+    const ProcessResult result = interrupt(SIGINT);
+    EXPECT_EQ(result.exitCode, 0) << result.err;
+    EXPECT_THAT(result.out, HasSubstr("agentsim console: stopped"));
     EXPECT_FALSE(std::filesystem::exists(root_)) << root_;
 }
 
 TEST_F(Console, StopsOnSigtermToo) {
-    EXPECT_EQ(interrupt(SIGTERM), 0);
+    EXPECT_EQ(interrupt(SIGTERM).exitCode, 0);
     EXPECT_FALSE(std::filesystem::exists(root_));
 }
 
@@ -398,23 +422,27 @@ TEST(ConsoleStartUp, ATakenPortIsAnErrorThatNamesIt) {
     net::io_context io;
     net::ip::tcp::acceptor taken(io, {net::ip::make_address("127.0.0.1"), 0});
     const std::string port = std::to_string(taken.local_endpoint().port());
-    BackgroundProcess console(NORVANE_AGENTSIM_PATH, {"console", "--port", port});
-    EXPECT_EQ(console.wait(std::chrono::seconds(30)), 1);
-    EXPECT_THAT(console.errors(), HasSubstr("cannot listen on 127.0.0.1 port " + port));
+    const ProcessResult console = runProcess(NORVANE_AGENTSIM_PATH, {"console", "--port", port});
+    EXPECT_EQ(console.exitCode, 3);
+    EXPECT_THAT(console.err, HasSubstr("cannot listen on 127.0.0.1 port " + port));
 
-    BackgroundProcess wrong(NORVANE_AGENTSIM_PATH, {"console", "--listen", "somewhere"});
-    EXPECT_EQ(wrong.wait(std::chrono::seconds(30)), 2);
-    EXPECT_THAT(wrong.errors(), HasSubstr("--listen needs an IP address, not 'somewhere'"));
+    const ProcessResult wrong =
+        runProcess(NORVANE_AGENTSIM_PATH, {"console", "--listen", "somewhere"});
+    EXPECT_EQ(wrong.exitCode, 2);
+    EXPECT_THAT(wrong.err, HasSubstr("--listen needs an IP address, not 'somewhere'"));
+    EXPECT_EQ(runProcess(NORVANE_AGENTSIM_PATH, {"console", "--port", "1", "2", "3", "4"}).exitCode,
+              2);
 }
 
 TEST(ConsoleStartUp, ListeningElsewhereWarnsThatTheConsoleControlsATv) {
-    BackgroundProcess console(NORVANE_AGENTSIM_PATH,
-                              {"console", "--port", "0", "--listen", "127.0.0.1"});
-    ASSERT_TRUE(console.waitForLine("agentsim console: http://127.0.0.1:", kStartUp));
-    EXPECT_THAT(console.errors(), HasSubstr("warning: the console listens on 127.0.0.1"));
-    EXPECT_THAT(console.errors(), HasSubstr("controls a TV"));
+    RunningProcess console(NORVANE_AGENTSIM_PATH,
+                           {"console", "--port", "0", "--listen", "127.0.0.1"});
+    ASSERT_TRUE(lineHolding(console, "agentsim console: http://127.0.0.1:", kStartUp));
     console.signal(SIGINT);
-    EXPECT_EQ(console.wait(std::chrono::seconds(30)), 0);
+    const ProcessResult result = console.wait();
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_THAT(result.err, HasSubstr("warning: the console listens on 127.0.0.1"));
+    EXPECT_THAT(result.err, HasSubstr("controls a TV"));
 }
 
 }  // namespace

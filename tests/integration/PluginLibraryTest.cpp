@@ -61,11 +61,11 @@ std::set<std::string> exportsOf(const char* path) {
 }
 
 TEST(PluginLibrary, ExportsExactlyTheAgentsEntryPoints) {
-    EXPECT_THAT(exportsOf(NORVANE_PLUGIN_PATH),
-                UnorderedElementsAre("initialize", "createCommandsExt", "createDeviceValuesExt",
-                                     "GetZelPassword", "fillVideoBufferExt", "getVideoWidthExt",
-                                     "getVideoHeightExt", "getGstreamerPathExt",
-                                     "NvCreateNewZelIdJson"));
+    EXPECT_THAT(
+        exportsOf(NORVANE_PLUGIN_PATH),
+        UnorderedElementsAre("initialize", "createCommandsExt", "createDeviceValuesExt",
+                             "GetZelPassword", "fillVideoBufferExt", "getVideoWidthExt",
+                             "getVideoHeightExt", "getGstreamerPathExt", "NvCreateNewZelIdJson"));
 }
 
 template <typename Function>

@@ -37,8 +37,13 @@ public:
     Agent& operator=(const Agent&) = delete;
 
     std::FILE* out() const { return console_.out(); }
-    // The plug-in's console lines since the previous take.
-    std::vector<std::string> takeConsoleLines() { return console_.takeLines(); }
+    // The plug-in's console lines since the previous take (the newest ConsoleTap::kKeptLines;
+    // `dropped`, when given, receives how many older ones were not kept).
+    std::vector<std::string> takeConsoleLines(uint64_t* dropped = nullptr) {
+        return console_.takeLines(dropped);
+    }
+    // Moves what the plug-in printed into the kept console lines.
+    void collectConsole() { console_.collect(); }
 
     void initialize();
     bool initialized() const { return initialized_; }

@@ -1,4 +1,7 @@
 // The subcommands that drive one command, the screen, or a script.
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <stdexcept>
@@ -14,10 +17,6 @@ namespace agentsim {
 namespace {
 
 Zel::Sv::CommandBase& commandNamed(Agent& agent, const Options& options) {
-    if (options.arguments.empty()) {
-        throw std::invalid_argument("agentsim: " + options.command +
-                                    " needs a command id or number");
-    }
     Zel::Sv::CommandBase* command = agent.findCommand(options.arguments[0]);
     if (command == nullptr) {
         throw std::invalid_argument("agentsim: unknown command id " + options.arguments[0] +
@@ -30,9 +29,6 @@ ZelJson::Value documentArgument(const Options& options) {
     if (options.arguments.size() < 2) {
         return ZelJson::Value(ZelJson::objectValue);
     }
-    if (options.arguments.size() > 2) {
-        throw std::invalid_argument("agentsim: give the JSON document as one argument (quote it)");
-    }
     ZelJson::Value document;
     simjson::ParseError error;
     if (!simjson::parse(options.arguments[1], document, error)) {
@@ -42,10 +38,26 @@ ZelJson::Value documentArgument(const Options& options) {
     return document;
 }
 
+// The document and the result; the exit status says whether the result was 0.
 int show(Agent& agent, const HandlerResult& outcome) {
     std::fprintf(agent.out(), "%s\nresult: %d\n", simjson::pretty(outcome.document).c_str(),
                  outcome.result);
-    return 0;
+    return outcome.result == 0 ? 0 : 1;
+}
+
+// A script file, opened; a folder or a file that cannot be read is a usage error.
+std::ifstream openScript(const std::string& path) {
+    std::error_code error;
+    if (std::filesystem::is_directory(path, error)) {
+        throw std::invalid_argument("agentsim: the script " + path + " is a folder");
+    }
+    errno = 0;
+    std::ifstream script(path, std::ios::binary);
+    if (!script) {
+        throw std::invalid_argument("agentsim: cannot read the script " + path + ": " +
+                                    std::strerror(errno != 0 ? errno : ENOENT));
+    }
+    return script;
 }
 
 }  // namespace
@@ -68,9 +80,6 @@ int runExecute(Agent& agent, const Options& options) {
 }
 
 int runScreen(Agent& agent, const Options& options) {
-    if (options.arguments.size() != 1) {
-        throw std::invalid_argument("agentsim: screen needs one output file (FILE.png)");
-    }
     agent.initialize();
     if (!saveScreen(agent, options.arguments[0])) {
         std::fprintf(stderr, "agentsim: no screen frame arrived\n");
@@ -80,18 +89,12 @@ int runScreen(Agent& agent, const Options& options) {
 }
 
 int runScript(Agent& agent, const Options& options) {
-    if (options.arguments.size() != 1) {
-        throw std::invalid_argument("agentsim: run needs one script file, or - for standard input");
-    }
     ScriptRunner runner(agent);
     if (options.arguments[0] == "-") {
         runner.run(std::cin, agent.out());
         return 0;
     }
-    std::ifstream script(options.arguments[0]);
-    if (!script) {
-        throw std::runtime_error("agentsim: cannot read the script " + options.arguments[0]);
-    }
+    std::ifstream script = openScript(options.arguments[0]);
     runner.run(script, agent.out());
     return 0;
 }

@@ -2,9 +2,15 @@
 
 #include <stdexcept>
 
+#include "JsonText.h"
 #include "Plugin.h"
+#include "tvsim/TvSim.h"
 
 namespace agentsim {
+
+static_assert(tvsim::kSlowestTimeScale == 0.01 && tvsim::kFastestTimeScale == 10000 &&
+                  simjson::kDeepestNesting == 64,
+              "the usage states these limits");
 
 const char* const kUsage =
     "usage: agentsim [--plugin PATH] [--tv PROFILE.json|empty] [--root DIR] [--time-scale N]\n"
@@ -13,15 +19,18 @@ const char* const kUsage =
     "Loads the TV plug-in as the support agent does and drives it against a simulated TV.\n"
     "\n"
     "Options:\n"
-    "  --plugin PATH      the plug-in library (default: the one built beside agentsim)\n"
+    "  --plugin PATH      the plug-in library (default: the one built beside agentsim); a name\n"
+    "                     without a slash is a file in the current folder\n"
     "  --tv PROFILE.json  the TV's initial state; 'empty' for a TV with no setting values\n"
     "                     (default: the built-in profile of a typical TV)\n"
-    "  --root DIR         the folder that holds the TV's filesystem (default: a fresh\n"
-    "                     temporary folder, removed at exit)\n"
-    "  --time-scale N     simulated time runs N times faster (default 1)\n"
+    "  --root DIR         the folder that holds the TV's filesystem, kept at exit (default: a\n"
+    "                     fresh temporary folder, removed at exit); the TV's shell tools take\n"
+    "                     its name as it stands, so it may hold only letters, digits and\n"
+    "                     / . _ - + , : @ % =\n"
+    "  --time-scale N     simulated time runs N times faster, N from 0.01 to 10000 (default 1)\n"
     "\n"
     "Commands:\n"
-    "  demo               a guided tour of what the plug-in does\n"
+    "  demo [FILE.png]    a guided tour of what the plug-in does\n"
     "  list               the command catalogue\n"
     "  password           the agent access password\n"
     "  device-values      the device values the plug-in reports\n"
@@ -32,14 +41,26 @@ const char* const kUsage =
     "  run FILE|-         the scripted runner (JSON lines)\n"
     "  console            the support console, a web page (--port N, --listen ADDRESS)\n"
     "\n"
-    "Each command accepts --help.\n";
+    "Each command accepts --help. JSON documents (arguments, profiles, script lines) are one\n"
+    "object or array each, with nothing after it, nested at most 64 deep.\n"
+    "\n"
+    "Exit status:\n"
+    "  0        done; for describe, get and exec: the plug-in's result was 0; for run: every\n"
+    "           line was answered (an answer may be an \"error\")\n"
+    "  1        the plug-in's result was not 0 (describe, get, exec; printed first), or no\n"
+    "           screen frame came (screen)\n"
+    "  2        a usage error: options, command, arguments, profile or script file\n"
+    "  3        agentsim failed: the plug-in cannot be loaded, the TV cannot be set up, or\n"
+    "           the output cannot be written\n"
+    "  128+N    stopped by signal N (SIGHUP, SIGINT, SIGPIPE, SIGTERM) after cleaning up\n"
+    "Temporary folders and files are removed on every exit.\n";
 
 Options parseOptions(int argc, char** argv) {
     Options options;
     options.pluginPath = defaultPluginPath();
     int index = 1;
     auto valueOf = [&](const std::string& option) {
-        if (index + 1 >= argc) {
+        if (index + 1 >= argc || argv[index + 1][0] == '\0') {
             throw std::invalid_argument("agentsim: " + option + " needs a value");
         }
         return std::string(argv[++index]);
@@ -60,9 +81,11 @@ Options parseOptions(int argc, char** argv) {
             } catch (const std::exception&) {
                 used = 0;
             }
-            if (used != value.size() || !(options.tv.timeScale > 0)) {
+            if (used != value.size() || !(options.tv.timeScale >= tvsim::kSlowestTimeScale &&
+                                          options.tv.timeScale <= tvsim::kFastestTimeScale)) {
                 throw std::invalid_argument(
-                    "agentsim: --time-scale needs a positive number, not '" + value + "'");
+                    "agentsim: --time-scale needs a number from 0.01 to 10000, not '" + value +
+                    "'");
             }
         } else if (word == "--help" || word == "-h") {
             options.help = true;

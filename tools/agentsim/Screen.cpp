@@ -1,10 +1,21 @@
 #include "Screen.h"
 
+#include <stdexcept>
+#include <string>
+
 #include "PngFile.h"
 #include "Progress.h"
 #include "tvsim/TvSim.h"
 
 namespace agentsim {
+
+size_t frameBytesOf(int32_t width, int32_t height) {
+    const int32_t largest = tvsim::Tv::largestScreenSide();
+    if (width <= 0 || height <= 0 || width > largest || height > largest) {
+        return 0;
+    }
+    return static_cast<size_t>(width) * static_cast<size_t>(height) * 4;
+}
 
 std::optional<Frame> fetchFrame(Agent& agent) {
     constexpr int kTries = 10;
@@ -13,7 +24,13 @@ std::optional<Frame> fetchFrame(Agent& agent) {
         Frame frame;
         frame.width = agent.plugin().getVideoWidth();
         frame.height = agent.plugin().getVideoHeight();
-        frame.rgba.resize(static_cast<size_t>(frame.width) * frame.height * 4);
+        const size_t bytes = frameBytesOf(frame.width, frame.height);
+        if (bytes == 0) {
+            throw std::runtime_error("agentsim: the plug-in reports a screen of " +
+                                     std::to_string(frame.width) + " x " +
+                                     std::to_string(frame.height) + " pixels");
+        }
+        frame.rgba.resize(bytes);
         const int32_t result = agent.plugin().fillVideoBuffer(
             frame.rgba.data(), static_cast<uint32_t>(frame.rgba.size()));
         if (result == 0) {

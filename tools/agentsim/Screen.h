@@ -1,6 +1,7 @@
 // Fetching a screen frame through the plug-in, as the agent's remote view does.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -15,6 +16,9 @@ struct Frame {
     int32_t height = 0;
     std::vector<unsigned char> rgba;
 };
+
+// The bytes of an RGBA frame of that size; 0 for a size that no screen of the TV can have.
+size_t frameBytesOf(int32_t width, int32_t height);
 
 // Captures are asynchronous (each call returns the frame the previous call asked for), so this
 // asks until a frame arrives or the tries run out, showing progress on `out`.

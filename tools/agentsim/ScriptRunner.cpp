@@ -1,6 +1,6 @@
 #include "ScriptRunner.h"
 
-#include <cmath>
+#include <cinttypes>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -8,6 +8,8 @@
 #include <vector>
 
 #include "JsonText.h"
+#include "Output.h"
+#include "Screen.h"
 #include "ScriptValues.h"
 #include "tvsim/TvSim.h"
 #include "zel/core/Base64Util.h"
@@ -20,6 +22,10 @@ namespace fs = std::filesystem;
 
 constexpr size_t kMaxBase64Bytes = 1024 * 1024;
 constexpr int64_t kMaxFrameBytes = 256LL * 1024 * 1024;
+// A "wait" lasts at most one simulated day.
+constexpr double kLongestWaitSeconds = 86400;
+// A longer request line is answered with an error and skipped unread.
+constexpr size_t kLongestLine = 16 * 1024 * 1024;
 
 const Json::Value& member(const Json::Value& request, const char* name) {
     const Json::Value* found = request.find(name, name + std::strlen(name));
@@ -62,13 +68,36 @@ void takeIfPresent(const Json::Value& request, const char* name, Field& field, R
     }
 }
 
-// A TV path as the plug-in names it, placed inside the simulated TV's filesystem.
-fs::path tvPath(const Json::Value& request) {
-    const std::string path = stringMember(request, "path");
+// A TV path of the request, placed inside the simulated TV's filesystem; one that would leave
+// it is refused.
+fs::path insideTheTv(const Json::Value& request, const char* name) {
+    const std::string path = stringMember(request, name);
     if (path.empty() || path[0] != '/') {
-        throw StepError("\"path\" must be an absolute TV path");
+        throw StepError(std::string("\"") + name + "\" must be an absolute TV path");
     }
-    return tvsim::Tv::instance().resolvePath(path);
+    try {
+        return tvsim::Tv::instance().resolvePathInside(path);
+    } catch (const tvsim::PathError& error) {
+        throw StepError(error.what());
+    }
+}
+
+fs::path tvPath(const Json::Value& request) {
+    return insideTheTv(request, "path");
+}
+
+// Sets `answer[name]` to what was taken from a record that keeps only its newest entries, and
+// says how many older ones it dropped, when it did.
+template <typename Entry, typename Convert>
+void putTaken(Json::Value& answer, const char* name, const std::vector<Entry>& taken,
+              uint64_t dropped, Convert convert) {
+    Json::Value& list = answer[name] = Json::Value(Json::arrayValue);
+    for (const Entry& entry : taken) {
+        list.append(convert(entry));
+    }
+    if (dropped > 0) {
+        answer["dropped"][name] = Json::Value::UInt64(dropped);
+    }
 }
 
 std::string readBytes(const fs::path& path) {
@@ -88,6 +117,28 @@ Json::Value object(const Json::Value& request, const char* name) {
     return found != nullptr ? *found : Json::Value(Json::objectValue);
 }
 
+// Reads one line into `line`, at most kLongestLine bytes of it; `whole` tells whether it all
+// fitted (the rest is skipped). False at the end of the script.
+bool readLine(std::istream& script, std::string& line, bool& whole) {
+    line.clear();
+    whole = true;
+    std::streambuf* input = script.rdbuf();
+    for (;;) {
+        const int next = input->sbumpc();
+        if (next == std::char_traits<char>::eof()) {
+            return !line.empty() || !whole;
+        }
+        if (next == '\n') {
+            return true;
+        }
+        if (line.size() < kLongestLine) {
+            line += static_cast<char>(next);
+        } else {
+            whole = false;
+        }
+    }
+}
+
 }  // namespace
 
 ScriptRunner::ScriptRunner(Agent& agent) : agent_(agent) {
@@ -100,26 +151,26 @@ ScriptRunner::ScriptRunner(Agent& agent) : agent_(agent) {
     };
     operations_["wait"] = [](const Json::Value& request) {
         const double seconds = numberMember(request, "seconds");
-        if (!(seconds >= 0) || std::isinf(seconds)) {
-            throw StepError("\"seconds\" must be zero or more");
+        if (!(seconds >= 0 && seconds <= kLongestWaitSeconds)) {
+            throw StepError("\"seconds\" must be from 0 to 86400 (one simulated day)");
         }
         tvsim::Tv::instance().sleepFor(seconds);
         return Json::Value(Json::objectValue);
     };
     operations_["logs"] = [this](const Json::Value&) {
         Json::Value answer(Json::objectValue);
-        answer["console"] = Json::Value(Json::arrayValue);
-        for (const std::string& line : agent_.takeConsoleLines()) {
-            answer["console"].append(line);
-        }
-        answer["host"] = Json::Value(Json::arrayValue);
-        for (const zelsim::LogLine& line : zelsim::takeLogLines()) {
+        uint64_t dropped = 0;
+        const std::vector<std::string> console = agent_.takeConsoleLines(&dropped);
+        putTaken(answer, "console", console, dropped,
+                 [](const std::string& line) { return Json::Value(line); });
+        const std::vector<zelsim::LogLine> host = zelsim::takeLogLines(&dropped);
+        putTaken(answer, "host", host, dropped, [](const zelsim::LogLine& line) {
             Json::Value entry(Json::objectValue);
             entry["severity"] = line.severity;
             entry["function"] = line.function;
             entry["text"] = line.text;
-            answer["host"].append(entry);
-        }
+            return entry;
+        });
         return answer;
     };
     addTvOperations();
@@ -176,8 +227,9 @@ void ScriptRunner::addTvOperations() {
     operations_["tv.screen"] = [](const Json::Value& request) {
         const int32_t width = intMember(request, "width");
         const int32_t height = intMember(request, "height");
-        if (width <= 0 || height <= 0 || int64_t{width} * height * 4 > kMaxFrameBytes) {
-            throw StepError("the screen size must be positive and at most 256 MiB a frame");
+        if (frameBytesOf(width, height) == 0) {
+            throw StepError("\"width\" and \"height\" must be from 1 to " +
+                            std::to_string(tvsim::Tv::largestScreenSide()));
         }
         tvsim::Tv::instance().setScreenSize(width, height);
         return Json::Value(Json::objectValue);
@@ -235,10 +287,10 @@ void ScriptRunner::addTvOperations() {
     };
     operations_["journal"] = [](const Json::Value&) {
         Json::Value answer(Json::objectValue);
-        answer["entries"] = Json::Value(Json::arrayValue);
-        for (const tvsim::JournalEntry& entry : tvsim::Tv::instance().takeJournal()) {
-            answer["entries"].append(journalEntryToJson(entry));
-        }
+        uint64_t dropped = 0;
+        const std::vector<tvsim::JournalEntry> entries =
+            tvsim::Tv::instance().takeJournal(&dropped);
+        putTaken(answer, "entries", entries, dropped, journalEntryToJson);
         return answer;
     };
 }
@@ -276,15 +328,16 @@ void ScriptRunner::addHostOperations() {
     };
     operations_["host.calls"] = [](const Json::Value&) {
         Json::Value answer(Json::objectValue);
-        answer["calls"] = Json::Value(Json::arrayValue);
-        for (const zelsim::HostCall& call : zelsim::takeCalls()) {
+        uint64_t dropped = 0;
+        const std::vector<zelsim::HostCall> calls = zelsim::takeCalls(&dropped);
+        putTaken(answer, "calls", calls, dropped, [](const zelsim::HostCall& call) {
             Json::Value entry(Json::objectValue);
             entry["fn"] = call.function;
             if (call.argument) {
                 entry["arg"] = *call.argument;
             }
-            answer["calls"].append(entry);
-        }
+            return entry;
+        });
         return answer;
     };
 }
@@ -371,8 +424,7 @@ void ScriptRunner::addPluginOperations() {
         answer["result"] = result;
         answer["width"] = agent_.plugin().getVideoWidth();
         answer["height"] = agent_.plugin().getVideoHeight();
-        const size_t frameBytes = static_cast<size_t>(answer["width"].asInt()) *
-                                  static_cast<size_t>(answer["height"].asInt()) * 4;
+        const size_t frameBytes = frameBytesOf(answer["width"].asInt(), answer["height"].asInt());
         answer["sha256"] = sha256Hex(buffer.data(), std::min(frameBytes, buffer.size()));
         return answer;
     });
@@ -383,8 +435,8 @@ void ScriptRunner::addPluginOperations() {
         const std::string value1 = stringMember(request, "value1");
         const std::string value2 = stringMember(request, "value2");
         Json::Value answer(Json::objectValue);
-        answer["result"] = agent_.plugin().createIdJson(stringMember(request, "input"),
-                                                        stringMember(request, "output"),
+        answer["result"] = agent_.plugin().createIdJson(insideTheTv(request, "input").string(),
+                                                        insideTheTv(request, "output").string(),
                                                         value1.c_str(), value2.c_str());
         return answer;
     });
@@ -416,22 +468,28 @@ Json::Value ScriptRunner::answer(const std::string& line) {
 
 void ScriptRunner::run(std::istream& script, std::FILE* out) {
     std::string line;
-    for (int step = 1; std::getline(script, line); ++step) {
-        if (line.find_first_not_of(" \t\r") == std::string::npos) {
+    bool whole = true;
+    for (uint64_t step = 1; readLine(script, line, whole); ++step) {
+        if (whole && line.find_first_not_of(" \t\r") == std::string::npos) {
             continue;
         }
         Json::Value result;
         try {
+            if (!whole) {
+                throw StepError("the line is longer than 16 MiB");
+            }
             result = answer(line);
         } catch (const StepError& error) {
             result = Json::Value(Json::objectValue);
             result["error"] = error.what();
         }
+        // What the plug-in printed goes to the console record now, which keeps it bounded.
+        agent_.collectConsole();
         // "step" leads each answer so that a reader can match it to its request at a glance.
         std::string members = simjson::compact(result);
         members = members.size() > 2 ? "," + members.substr(1) : "}";
-        std::fprintf(out, "{\"step\":%d%s\n", step, members.c_str());
-        std::fflush(out);
+        std::fprintf(out, "{\"step\":%" PRIu64 "%s\n", step, members.c_str());
+        flushOrThrow(out);
     }
 }
 

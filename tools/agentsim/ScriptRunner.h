@@ -25,7 +25,8 @@ class ScriptRunner {
 public:
     explicit ScriptRunner(Agent& agent);
 
-    // Answers every non-blank line of `script` on `out`.
+    // Answers every non-blank line of `script` on `out`; throws OutputError when an answer cannot
+    // be written.
     void run(std::istream& script, std::FILE* out);
     // The answer to one request line (without its "step"); throws StepError.
     Json::Value answer(const std::string& line);

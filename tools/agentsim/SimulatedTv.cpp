@@ -1,6 +1,5 @@
 #include "SimulatedTv.h"
 
-#include <cstdlib>
 #include <filesystem>
 #include <stdexcept>
 
@@ -10,48 +9,69 @@ namespace agentsim {
 
 namespace fs = std::filesystem;
 
-SimulatedTv::SimulatedTv(const TvOptions& options) {
-    if (options.root.empty()) {
-        char pattern[] = "/tmp/agentsim-tv-XXXXXX";
-        if (mkdtemp(pattern) == nullptr) {
-            throw std::runtime_error("agentsim: cannot create a folder for the TV's filesystem");
-        }
-        root_ = pattern;
-        temporaryRoot_ = true;
-    } else {
-        std::error_code error;
-        fs::create_directories(options.root, error);
-        if (error) {
-            throw std::runtime_error("agentsim: cannot use " + options.root +
-                                     " as the TV's filesystem: " + error.message());
-        }
-        root_ = fs::absolute(options.root).string();
+namespace {
+
+// Checked before anything is made in the folder: `what` names where it came from.
+void requireUsableRoot(const std::string& folder, const std::string& what) {
+    if (!tvsim::Tv::usableAsRoot(folder)) {
+        throw std::invalid_argument(
+            "agentsim: " + what + " \"" + folder +
+            "\" cannot hold the TV's filesystem: the TV's shell tools take the folder's name as "
+            "it stands, so it may hold only letters, digits and / . _ - + , : @ % =");
     }
-    if (!(options.timeScale > 0)) {
-        throw std::runtime_error("agentsim: --time-scale must be a positive number");
+}
+
+// The folder the user named, made if missing.
+std::string userRoot(const std::string& folder) {
+    const std::string root = fs::absolute(folder).lexically_normal().string();
+    requireUsableRoot(root, "--root");
+    std::error_code error;
+    fs::create_directories(root, error);
+    if (error) {
+        throw std::runtime_error("agentsim: cannot use " + root +
+                                 " as the TV's filesystem: " + error.message());
     }
-    tvsim::Tv& tv = tvsim::Tv::instance();
-    tv.setFilesystemRoot(root_);
-    tv.setTimeScale(options.timeScale);
+    return root;
+}
+
+void loadProfile(tvsim::Tv& tv, const std::string& profile) {
     try {
-        if (options.profile.empty()) {
+        if (profile.empty()) {
             tv.loadDefaultProfile();
-        } else if (options.profile == "empty") {
+        } else if (profile == "empty") {
             tv.reset();
         } else {
-            tv.loadProfileFile(options.profile);
+            tv.loadProfileFile(profile);
         }
     } catch (const tvsim::ProfileError& error) {
+        throw std::invalid_argument(std::string("agentsim: ") + error.what());
+    }
+}
+
+}  // namespace
+
+SimulatedTv::SimulatedTv(const TvOptions& options) {
+    if (options.root.empty()) {
+        requireUsableRoot(temporaryFolder(), "the temporary folder (TMPDIR)");
+        temporaryRoot_ = std::make_unique<TemporaryFolder>(temporaryFolder() + "/agentsim-tv-");
+        root_ = temporaryRoot_->path();
+    } else {
+        root_ = userRoot(options.root);
+    }
+    tvsim::Tv& tv = tvsim::Tv::instance();
+    try {
+        tv.setTimeScale(options.timeScale);
+        tv.setFilesystemRoot(root_);
+    } catch (const std::invalid_argument& error) {
+        throw std::invalid_argument(std::string("agentsim: ") + error.what());
+    } catch (const std::exception& error) {
         throw std::runtime_error(std::string("agentsim: ") + error.what());
     }
+    loadProfile(tv, options.profile);
 }
 
 SimulatedTv::~SimulatedTv() {
     tvsim::Tv::instance().waitUntilDelivered();
-    if (temporaryRoot_) {
-        std::error_code ignored;
-        fs::remove_all(root_, ignored);
-    }
 }
 
 }  // namespace agentsim

@@ -2,7 +2,10 @@
 // state (built-in profile, a profile file or an empty TV) and its time scale.
 #pragma once
 
+#include <memory>
 #include <string>
+
+#include "TemporaryFiles.h"
 
 namespace agentsim {
 
@@ -14,7 +17,8 @@ struct TvOptions {
 
 class SimulatedTv {
 public:
-    // Throws std::runtime_error with one line (for example a malformed profile).
+    // Throws std::invalid_argument (one line) for a root folder or profile that cannot be used,
+    // std::runtime_error when the TV cannot be set up. Whatever it made is removed then.
     explicit SimulatedTv(const TvOptions& options);
     ~SimulatedTv();
     SimulatedTv(const SimulatedTv&) = delete;
@@ -23,8 +27,8 @@ public:
     const std::string& root() const { return root_; }
 
 private:
+    std::unique_ptr<TemporaryFolder> temporaryRoot_;
     std::string root_;
-    bool temporaryRoot_ = false;
 };
 
 }  // namespace agentsim

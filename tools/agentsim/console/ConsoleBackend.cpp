@@ -210,9 +210,10 @@ void ConsoleBackend::setNetwork(bool up) {
 }
 
 void ConsoleBackend::setTimeScale(double scale) {
-    if (!std::isfinite(scale) || scale < kMinTimeScale || scale > kMaxTimeScale) {
-        throw ApiError(400, "the time scale must lie between " + number(kMinTimeScale) + " and " +
-                                number(kMaxTimeScale));
+    if (!std::isfinite(scale) || scale < tvsim::kSlowestTimeScale ||
+        scale > tvsim::kFastestTimeScale) {
+        throw ApiError(400, "the time scale must lie between " + number(tvsim::kSlowestTimeScale) +
+                                " and " + number(tvsim::kFastestTimeScale));
     }
     tv().setTimeScale(scale);
     feed_.add("console", "simulated time now runs " + number(scale) + " times faster");

@@ -24,9 +24,6 @@ private:
     int status_;
 };
 
-constexpr double kMinTimeScale = 0.1;
-constexpr double kMaxTimeScale = 1000;
-
 class ConsoleBackend {
 public:
     ConsoleBackend(Agent& agent, Feed& feed);

@@ -107,23 +107,35 @@ void FeedCollector::run() {
 void FeedCollector::collect() {
     std::lock_guard<std::mutex> round(collecting_);
     std::vector<std::pair<std::string, std::string>> entries;
-    for (const tvsim::JournalEntry& entry : tvsim::Tv::instance().takeJournal()) {
+    // Each record keeps its newest entries between takes; what it had to let go is said too.
+    const auto noteDropped = [&](const char* source, uint64_t dropped) {
+        if (dropped > 0) {
+            entries.emplace_back(source, std::to_string(dropped) + " older entries were not kept");
+        }
+    };
+    uint64_t dropped = 0;
+    for (const tvsim::JournalEntry& entry : tvsim::Tv::instance().takeJournal(&dropped)) {
         entries.emplace_back(entry.key == kScreenCaptureKey ? "frame" : "tv",
                              describeJournalEntry(entry));
     }
-    for (const std::string& line : agent_.takeConsoleLines()) {
+    noteDropped("tv", dropped);
+    for (const std::string& line : agent_.takeConsoleLines(&dropped)) {
         entries.emplace_back(isFrameMessage(line) ? "frame" : "plugin", readable(line));
     }
-    for (const zelsim::LogLine& line : zelsim::takeLogLines()) {
+    noteDropped("plugin", dropped);
+    for (const zelsim::LogLine& line : zelsim::takeLogLines(&dropped)) {
         entries.emplace_back("agent", "[" + std::to_string(line.severity) + "] " + line.function +
                                           ": " + readable(line.text));
     }
-    for (const zelsim::HostCall& call : zelsim::takeCalls()) {
+    noteDropped("agent", dropped);
+    for (const zelsim::HostCall& call : zelsim::takeCalls(&dropped)) {
         entries.emplace_back("host", hostCallText(call));
     }
-    for (const std::string& message : zelsim::takeMessages()) {
+    noteDropped("host", dropped);
+    for (const std::string& message : zelsim::takeMessages(&dropped)) {
         entries.emplace_back("host", "ZelLogMessage: " + message);
     }
+    noteDropped("host", dropped);
     feed_.add(entries);
     feed_.setState(state_());
 }

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "NewestEntries.h"
 #include "ResetParts.h"
 #include "TraceRing.h"
 #include "zelsim/HostSim.h"
@@ -21,7 +22,7 @@ constexpr size_t kFirstFormatAttempt = 256;
 
 struct LogState {
     std::mutex mutex;
-    std::vector<zelsim::LogLine> lines;
+    simcommon::NewestEntries<zelsim::LogLine> lines{zelsim::kKeptEntries};
     zelsim::detail::TraceRing traces{kKeptTraceEvents};
     std::atomic<int32_t> maxSeverity{kAllSeverities};
     std::atomic<uint64_t> testCalls{0};
@@ -92,7 +93,7 @@ void Logger::log(const char* sourceUnit, int32_t line, const char* function, int
     }
     LogState& log = state();
     std::lock_guard<std::mutex> lock(log.mutex);
-    log.lines.push_back(std::move(entry));
+    log.lines.add(std::move(entry));
 }
 
 FunctionTrace::FunctionTrace(const char* function, const char* sourceUnit, int32_t line,
@@ -114,10 +115,10 @@ FunctionTrace::~FunctionTrace() {
 
 namespace zelsim {
 
-std::vector<LogLine> takeLogLines() {
+std::vector<LogLine> takeLogLines(uint64_t* dropped) {
     LogState& log = state();
     std::lock_guard<std::mutex> lock(log.mutex);
-    return std::exchange(log.lines, {});
+    return log.lines.take(dropped);
 }
 
 std::vector<TraceEvent> takeTraceEvents() {

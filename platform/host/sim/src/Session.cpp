@@ -6,6 +6,7 @@
 #include <unordered_set>
 #include <utility>
 
+#include "NewestEntries.h"
 #include "ResetParts.h"
 #include "zelsim/HostSim.h"
 
@@ -17,8 +18,9 @@ constexpr int32_t kStateCodeIssued = 4;
 struct SessionState {
     std::mutex mutex;
     zelsim::Session session;
-    std::vector<zelsim::HostCall> calls;
-    std::vector<std::string> messages;
+    simcommon::NewestEntries<zelsim::HostCall> calls{zelsim::kKeptEntries};
+    simcommon::NewestEntries<std::string> messages{zelsim::kKeptEntries};
+    std::function<void()> statusReadHook;
     // Every ZelGetStatus counts; a ZelFreeStatus only counts off a record that is outstanding,
     // so freeing one record twice cannot hide a leak elsewhere, and filling a record again
     // before freeing it (which loses its first code) stays counted.
@@ -49,7 +51,7 @@ extern "C" {
 int32_t ZelSessionInit(int32_t mode) {
     SessionState& current = state();
     std::lock_guard<std::mutex> lock(current.mutex);
-    current.calls.push_back({"ZelSessionInit", mode});
+    current.calls.add(zelsim::HostCall{"ZelSessionInit", mode});
     zelsim::Session& session = current.session;
     if (session.initResult == 0) {
         session.state = kStateCodeIssued;
@@ -61,7 +63,7 @@ int32_t ZelSessionInit(int32_t mode) {
 void ZelSessionTerm(void) {
     SessionState& current = state();
     std::lock_guard<std::mutex> lock(current.mutex);
-    current.calls.push_back({"ZelSessionTerm", std::nullopt});
+    current.calls.add(zelsim::HostCall{"ZelSessionTerm", std::nullopt});
     current.session.state = kStateIdle;
     current.session.code.reset();
 }
@@ -69,7 +71,7 @@ void ZelSessionTerm(void) {
 void ZelCheckForSoftwareUpdate(void) {
     SessionState& current = state();
     std::lock_guard<std::mutex> lock(current.mutex);
-    current.calls.push_back({"ZelCheckForSoftwareUpdate", std::nullopt});
+    current.calls.add(zelsim::HostCall{"ZelCheckForSoftwareUpdate", std::nullopt});
 }
 
 int32_t ZelGetStatus(int32_t /*flags*/, ZelStatus* status) {
@@ -77,6 +79,14 @@ int32_t ZelGetStatus(int32_t /*flags*/, ZelStatus* status) {
         return -1;
     }
     SessionState& current = state();
+    std::function<void()> hook;
+    {
+        std::lock_guard<std::mutex> lock(current.mutex);
+        hook = current.statusReadHook;
+    }
+    if (hook) {
+        hook();
+    }
     std::lock_guard<std::mutex> lock(current.mutex);
     std::memset(status, 0, sizeof(*status));
     status->initialized = current.session.initialized;
@@ -101,7 +111,7 @@ void ZelFreeStatus(ZelStatus* status) {
 void ZelLogMessage(int32_t /*level*/, const char* message) {
     SessionState& current = state();
     std::lock_guard<std::mutex> lock(current.mutex);
-    current.messages.emplace_back(message ? message : "");
+    current.messages.add(message ? message : "");
 }
 
 }  // extern "C"
@@ -120,16 +130,22 @@ void setSession(const Session& session) {
     current.session = session;
 }
 
-std::vector<HostCall> takeCalls() {
+std::vector<HostCall> takeCalls(uint64_t* dropped) {
     SessionState& current = state();
     std::lock_guard<std::mutex> lock(current.mutex);
-    return std::exchange(current.calls, {});
+    return current.calls.take(dropped);
 }
 
-std::vector<std::string> takeMessages() {
+std::vector<std::string> takeMessages(uint64_t* dropped) {
     SessionState& current = state();
     std::lock_guard<std::mutex> lock(current.mutex);
-    return std::exchange(current.messages, {});
+    return current.messages.take(dropped);
+}
+
+void setStatusReadHook(std::function<void()> hook) {
+    SessionState& current = state();
+    std::lock_guard<std::mutex> lock(current.mutex);
+    current.statusReadHook = std::move(hook);
 }
 
 int64_t unreleasedStatusRecords() {
@@ -146,6 +162,7 @@ void resetSession() {
     current.session = Session{};
     current.calls.clear();
     current.messages.clear();
+    current.statusReadHook = nullptr;
     current.outstandingRecords.clear();
     current.outstandingCount = 0;
 }

@@ -10,14 +10,18 @@ namespace tvsim {
 class Filesystem {
 public:
     // Installs the TV's own tools below the new root. An empty folder means the real "/"
-    // (paths resolve unchanged and nothing is installed). Throws std::runtime_error when the
-    // tools cannot be installed.
+    // (paths resolve unchanged and nothing is installed). Throws std::invalid_argument for a
+    // folder whose name the shell does not take as it stands (nothing changes then), and
+    // std::runtime_error when the tools cannot be installed.
     void setRoot(const std::string& folder);
+    static bool usableAsRoot(const std::string& folder);
     // Set while the TV is being set up, so no lock guards the reference.
     const std::string& root() const { return root_; }
     std::string resolve(const std::string& tvPath) const;
-    // Writes the bytes to a TV path, creating missing folders; on failure returns false with
-    // the reason in `problem`.
+    // As resolve, for a path from outside the TV; throws PathError when it would leave the root.
+    std::string resolveInside(const std::string& tvPath) const;
+    // Writes the bytes to a TV path inside the root, creating missing folders; on failure
+    // returns false with the reason in `problem`.
     bool writeFile(const std::string& tvPath, const void* data, size_t size,
                    std::string& problem) const;
 

@@ -1,10 +1,12 @@
-// Every write and action the plug-in made, in order.
+// Every write and action the plug-in made, in order; the newest kJournalCapacity are kept.
 #pragma once
 
+#include <cstdint>
 #include <mutex>
 #include <utility>
 #include <vector>
 
+#include "NewestEntries.h"
 #include "tvsim/TvSim.h"
 
 namespace tvsim {
@@ -13,17 +15,17 @@ class Journal {
 public:
     void append(JournalEntry entry) {
         std::lock_guard<std::mutex> lock(mutex_);
-        entries_.push_back(std::move(entry));
+        entries_.add(std::move(entry));
     }
 
-    std::vector<JournalEntry> take() {
+    std::vector<JournalEntry> take(uint64_t* dropped = nullptr) {
         std::lock_guard<std::mutex> lock(mutex_);
-        return std::exchange(entries_, {});
+        return entries_.take(dropped);
     }
 
 private:
     std::mutex mutex_;
-    std::vector<JournalEntry> entries_;
+    simcommon::NewestEntries<JournalEntry> entries_{kJournalCapacity};
 };
 
 }  // namespace tvsim

@@ -4,7 +4,11 @@
 #include <cerrno>
 #include <chrono>
 #include <cmath>
+#include <limits>
 #include <stdexcept>
+#include <string>
+
+#include "tvsim/TvSim.h"
 
 namespace tvsim {
 namespace {
@@ -16,6 +20,19 @@ constexpr int64_t kFarAheadNanoseconds = 3600 * kNanosecondsPerSecond;
 // A timed waiter is woken when the scale or the hold changes, but it may be just about to wait
 // then and miss it; it looks at the clock again after at most this much real time.
 constexpr int64_t kWaitSliceNanoseconds = 10000000;
+
+// Nanoseconds computed in floating point, held to what int64_t takes: a clock that runs out
+// stops at its end instead of wrapping.
+int64_t saturated(long double nanoseconds) {
+    constexpr long double kMost = static_cast<long double>(std::numeric_limits<int64_t>::max());
+    if (!(nanoseconds < kMost)) {
+        return std::numeric_limits<int64_t>::max();
+    }
+    if (!(nanoseconds > -kMost)) {
+        return -std::numeric_limits<int64_t>::max();
+    }
+    return static_cast<int64_t>(nanoseconds);
+}
 
 int64_t nanosecondsOf(const timespec& time) {
     return static_cast<int64_t>(time.tv_sec) * kNanosecondsPerSecond + time.tv_nsec;
@@ -47,8 +64,10 @@ std::chrono::steady_clock::time_point steadyTimeOf(int64_t realNanoseconds) {
 ScaledClock::ScaledClock() : realAnchor_(realNow()), simulatedAnchor_(realAnchor_) {}
 
 void ScaledClock::setScale(double scale) {
-    if (!std::isfinite(scale) || scale <= 0) {
-        throw std::invalid_argument("time scale must be positive");
+    if (!(scale >= kSlowestTimeScale && scale <= kFastestTimeScale)) {
+        throw std::invalid_argument("time scale " + std::to_string(scale) + " is not from " +
+                                    std::to_string(kSlowestTimeScale) + " to " +
+                                    std::to_string(kFastestTimeScale));
     }
     std::lock_guard<std::mutex> lock(mutex_);
     reanchor();
@@ -77,7 +96,8 @@ void ScaledClock::sleepFor(double seconds) const {
     }
     std::unique_lock<std::mutex> lock(mutex_);
     const int64_t target =
-        nowAt(realNow()) + static_cast<int64_t>(std::ceil(seconds * kNanosecondsPerSecond));
+        saturated(nowAt(realNow()) +
+                  std::ceil(static_cast<long double>(seconds) * kNanosecondsPerSecond));
     const auto wakeup = wakeups_.insert(target);
     waitFor(lock, target);
     wakeups_.erase(wakeup);
@@ -145,7 +165,7 @@ std::vector<timespec> ScaledClock::pendingWakeups() const {
 
 int64_t ScaledClock::simulatedAt(int64_t realNanoseconds) const {
     const long double realSpan = realNanoseconds - realAnchor_;
-    return simulatedAnchor_ + static_cast<int64_t>(std::floor(realSpan * scale_));
+    return saturated(simulatedAnchor_ + std::floor(realSpan * scale_));
 }
 
 int64_t ScaledClock::nowAt(int64_t realNanoseconds) const {
@@ -157,8 +177,8 @@ int64_t ScaledClock::realTimeOfLocked(int64_t simulated) const {
     if (hold_ && simulated > *hold_) {
         return realNow() + kFarAheadNanoseconds;
     }
-    const long double simulatedSpan = simulated - simulatedAnchor_;
-    return realAnchor_ + static_cast<int64_t>(std::ceil(simulatedSpan / scale_));
+    const long double simulatedSpan = static_cast<long double>(simulated) - simulatedAnchor_;
+    return saturated(realAnchor_ + std::ceil(simulatedSpan / scale_));
 }
 
 // Continues from the clock's present reading, so that a new scale or hold takes effect from now.

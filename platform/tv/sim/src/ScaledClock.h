@@ -20,7 +20,7 @@ class ScaledClock {
 public:
     ScaledClock();
 
-    // Throws std::invalid_argument unless the scale is finite and positive.
+    // Throws std::invalid_argument unless kSlowestTimeScale <= scale <= kFastestTimeScale.
     void setScale(double scale);
     double scale() const;
     timespec now() const;

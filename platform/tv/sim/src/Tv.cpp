@@ -85,6 +85,10 @@ void Tv::setScreenSize(int32_t width, int32_t height) {
     state_->service.screen().setSize(width, height);
 }
 
+int32_t Tv::largestScreenSide() {
+    return kLargestScreenSide;
+}
+
 int32_t Tv::screenWidth() const {
     return state_->service.screen().width();
 }
@@ -101,8 +105,8 @@ void Tv::setActionHandler(const std::string& key, ActionHandler handler) {
     state_->service.setActionHandler(key, std::move(handler));
 }
 
-std::vector<JournalEntry> Tv::takeJournal() {
-    return state_->service.journal().take();
+std::vector<JournalEntry> Tv::takeJournal(uint64_t* dropped) {
+    return state_->service.journal().take(dropped);
 }
 
 void Tv::waitUntilDelivered() {
@@ -137,8 +141,16 @@ const std::string& Tv::filesystemRoot() const {
     return state_->service.filesystem().root();
 }
 
+bool Tv::usableAsRoot(const std::string& folder) {
+    return Filesystem::usableAsRoot(folder);
+}
+
 std::string Tv::resolvePath(const std::string& tvPath) const {
     return state_->service.filesystem().resolve(tvPath);
+}
+
+std::string Tv::resolvePathInside(const std::string& tvPath) const {
+    return state_->service.filesystem().resolveInside(tvPath);
 }
 
 void Tv::setTimeScale(double scale) {

@@ -2,7 +2,9 @@
 // never includes this header.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -24,8 +26,12 @@ struct TraceEvent {
     int32_t line = 0;
 };
 
+// Each record below keeps only this many of its newest entries, so that a long run which never
+// takes them stays small; `dropped` (when given) receives how many older ones were not kept.
+constexpr size_t kKeptEntries = 10000;
+
 // Every Logger::log call, in order, since the last take.
-std::vector<LogLine> takeLogLines();
+std::vector<LogLine> takeLogLines(uint64_t* dropped = nullptr);
 // Function traces since the last take (the most recent 10000 are kept).
 std::vector<TraceEvent> takeTraceEvents();
 // Logger::test answers true for severities up to this value (default: all, 9).
@@ -63,9 +69,13 @@ struct HostCall {
     std::optional<int32_t> argument;
 };
 // Session calls the plug-in made since the last take.
-std::vector<HostCall> takeCalls();
+std::vector<HostCall> takeCalls(uint64_t* dropped = nullptr);
 // ZelLogMessage lines since the last take.
-std::vector<std::string> takeMessages();
+std::vector<std::string> takeMessages(uint64_t* dropped = nullptr);
+
+// Runs on the caller's thread at the start of every ZelGetStatus, before the record is filled,
+// so that a test can hold one status read back and order it against other calls. Empty: none.
+void setStatusReadHook(std::function<void()> hook);
 
 // Outstanding records: ZelGetStatus calls not yet matched by ZelFreeStatus.
 int64_t unreleasedStatusRecords();

@@ -5,6 +5,7 @@
 
 #include <pthread.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <ctime>
 #include <functional>
@@ -51,6 +52,19 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+// Thrown when a path named to the TV would leave its filesystem root; what() names the path.
+class PathError : public std::invalid_argument {
+public:
+    using std::invalid_argument::invalid_argument;
+};
+
+// The journal keeps this many of the newest entries; older ones are dropped and counted.
+constexpr size_t kJournalCapacity = 10000;
+// Simulated time runs from 1/100 to 10000 times as fast as real time: slower would make the
+// plug-in's waits endless, faster would run its 64-bit nanosecond clock out within days.
+constexpr double kSlowestTimeScale = 0.01;
+constexpr double kFastestTimeScale = 10000;
+
 // Reacts to an action: fills the reply and returns the action's status.
 using ActionHandler = std::function<int32_t(const ParameterList& arguments, ParameterList& reply)>;
 
@@ -93,7 +107,9 @@ public:
     void setWriteStatus(const std::string& key, int32_t status);    // 0 removes the fault
 
     // --- Screen ---
+    // Both sides lie in 1..largestScreenSide(); throws std::invalid_argument otherwise.
     void setScreenSize(int32_t width, int32_t height);
+    static int32_t largestScreenSide();
     int32_t screenWidth() const;
     int32_t screenHeight() const;
     // With capture off the capture action writes nothing.
@@ -105,8 +121,9 @@ public:
     void setActionHandler(const std::string& key, ActionHandler handler);
 
     // --- Observation ---
-    // Every write and action the plug-in made since the previous take, in order.
-    std::vector<JournalEntry> takeJournal();
+    // Every write and action the plug-in made since the previous take, in order: the newest
+    // kJournalCapacity of them; `dropped` (when given) receives how many older ones were not kept.
+    std::vector<JournalEntry> takeJournal(uint64_t* dropped = nullptr);
     // Blocks until every change made so far has been delivered to the observers, together with
     // the changes those observers make in turn. From inside an observer it returns at once (the
     // running observer's own changes can only be delivered after it returns).
@@ -118,11 +135,23 @@ public:
     size_t observerCount(const std::string& key) const;
 
     // --- Filesystem root and time ---
-    // Folder that stands for "/" of the TV; fixed paths of the plug-in resolve inside it.
+    // Folder that stands for "/" of the TV; fixed paths of the plug-in resolve inside it. The
+    // TV's shell tools take the folder's name as it stands, so a name they cannot take is refused
+    // with std::invalid_argument (see usableAsRoot).
     void setFilesystemRoot(const std::string& folder);
     const std::string& filesystemRoot() const;
+    // Whether a shell takes the folder's name as one plain word: letters, digits, bytes beyond
+    // ASCII and / . _ - + , : @ % = only (no blank, quote, ';', '$', backquote, backslash, line
+    // break or other character the shell gives a meaning).
+    static bool usableAsRoot(const std::string& folder);
+    // A TV path in the host's filesystem, unchecked: for the plug-in's own fixed paths.
     std::string resolvePath(const std::string& tvPath) const;
-    // Simulated time runs `scale` times faster than real time (default 1).
+    // A TV path that someone outside the TV names (a script, a profile, an action's arguments),
+    // in the host's filesystem. Throws PathError when it would leave the root, through ".." or
+    // through a symbolic link; with no root set it is the path itself.
+    std::string resolvePathInside(const std::string& tvPath) const;
+    // Simulated time runs `scale` times faster than real time (default 1); a scale outside
+    // kSlowestTimeScale..kFastestTimeScale is refused with std::invalid_argument.
     // Changing the scale keeps simulated time continuous.
     void setTimeScale(double scale);
     double timeScale() const;
