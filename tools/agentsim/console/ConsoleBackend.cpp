@@ -3,6 +3,7 @@
 #include <cmath>
 #include <sstream>
 
+#include "ScriptValues.h"
 #include "SessionSettings.h"
 #include "tvsim/TvSim.h"
 #include "zelsim/HostSim.h"
@@ -97,12 +98,7 @@ bool ConsoleBackend::knows(const std::string& id) const {
 Json::Value ConsoleBackend::catalogue() {
     Json::Value list(Json::arrayValue);
     for (const CommandSummary& summary : agent_.catalogue()) {
-        Json::Value entry(Json::objectValue);
-        entry["index"] = summary.index;
-        entry["id"] = summary.id;
-        entry["kind"] = summary.kind;
-        entry["timeoutMs"] = summary.timeoutMs;
-        entry["mask"] = summary.mask;
+        Json::Value entry = commandSummaryToJson(summary);
         entry["category"] = summary.category;
         entry["name"] = summary.name;
         const HandlerResult description = agent_.describe(command(summary.id));
