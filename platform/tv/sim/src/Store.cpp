@@ -31,15 +31,25 @@ Value Store::get(const std::string& key) const {
 }
 
 bool Store::set(const std::string& key, const Value& value) {
-    std::lock_guard<std::mutex> lock(mutex_);
-    return putLocked(key, value);
+    Changes changes;
+    bool fitted = false;
+    {
+        std::lock_guard<std::mutex> lock(mutex_);
+        fitted = putLocked(key, value, changes);
+    }
+    tellListener(changes);
+    return fitted;
 }
 
 void Store::setAll(const SettingMap& values) {
-    std::lock_guard<std::mutex> lock(mutex_);
-    for (const auto& [key, value] : values) {
-        putLocked(key, value);
+    Changes changes;
+    {
+        std::lock_guard<std::mutex> lock(mutex_);
+        for (const auto& [key, value] : values) {
+            putLocked(key, value, changes);
+        }
     }
+    tellListener(changes);
 }
 
 SettingMap Store::snapshot(const std::string& prefix) const {
@@ -48,10 +58,14 @@ SettingMap Store::snapshot(const std::string& prefix) const {
 }
 
 void Store::restore(const SettingMap& baseline, const std::string& prefix) {
-    std::lock_guard<std::mutex> lock(mutex_);
-    for (const auto& [key, value] : settings_.targetsFor(baseline, prefix)) {
-        putLocked(key, value);
+    Changes changes;
+    {
+        std::lock_guard<std::mutex> lock(mutex_);
+        for (const auto& [key, value] : settings_.targetsFor(baseline, prefix)) {
+            putLocked(key, value, changes);
+        }
     }
+    tellListener(changes);
 }
 
 uint64_t Store::attach(const std::string& key, tvmodelapi::Observer* observer) {
@@ -84,13 +98,16 @@ void Store::clear() {
     dispatcher_.discardAll();
 }
 
-bool Store::putLocked(const std::string& key, const Value& value) {
+bool Store::putLocked(const std::string& key, const Value& value, Changes& changes) {
     const KeyType type = keyType(key);
     if (!fits(type, value)) {
         return false;
     }
     if (!settings_.put(key, value)) {
         return true;
+    }
+    if (listener_) {
+        changes.emplace_back(key, value);
     }
     const auto [first, last] = observers_.equal_range(key);
     for (auto it = first; it != last; ++it) {
@@ -99,6 +116,12 @@ bool Store::putLocked(const std::string& key, const Value& value) {
         }
     }
     return true;
+}
+
+void Store::tellListener(const Changes& changes) const {
+    for (const auto& [key, value] : changes) {
+        listener_(key, value);
+    }
 }
 
 }  // namespace tvsim

@@ -3,9 +3,12 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <mutex>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "Dispatcher.h"
 #include "Settings.h"
@@ -18,6 +21,10 @@ namespace tvsim {
 
 class Store {
 public:
+    // Hears every change of a value, by anyone, after the change is made (and outside the
+    // store's lock, so it may read the store).
+    using ChangeListener = std::function<void(const std::string& key, const Value& value)>;
+
     Store() = default;
     Store(const Store&) = delete;
     Store& operator=(const Store&) = delete;
@@ -40,6 +47,9 @@ public:
     // Forgets every value and observer; notifications not yet delivered are dropped.
     void clear();
 
+    // Set once, before the store is used.
+    void setChangeListener(ChangeListener listener) { listener_ = std::move(listener); }
+
     void waitUntilDelivered() { dispatcher_.waitUntilDelivered(); }
     void shutdown() { dispatcher_.shutdown(); }
 
@@ -49,14 +59,19 @@ private:
         tvmodelapi::Observer* observer;
     };
 
-    // Stores and queues the notifications; false when the value does not fit the key.
-    bool putLocked(const std::string& key, const Value& value);
+    using Changes = std::vector<std::pair<std::string, Value>>;
+
+    // Stores and queues the notifications, adding a change to `changes`; false when the value
+    // does not fit the key.
+    bool putLocked(const std::string& key, const Value& value, Changes& changes);
+    void tellListener(const Changes& changes) const;
 
     mutable std::mutex mutex_;
     Settings settings_;
     std::multimap<std::string, Registration> observers_;  // per key in attach order
     uint64_t lastRegistration_ = 0;
     Dispatcher dispatcher_;
+    ChangeListener listener_;
 };
 
 }  // namespace tvsim

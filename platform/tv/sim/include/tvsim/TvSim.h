@@ -67,10 +67,16 @@ public:
     //   "description": "text",
     //   "settings": { "<key>": 42 | "text" | ["a", "b"] | [1, 2], ... },
     //   "files":    { "/absolute/path": "text" | {"base64": "..."}, ... },
-    //   "screen":   { "width": 1920, "height": 1080 }
+    //   "screen":   { "width": 1920, "height": 1080 },
+    //   "channels": [ { "number": 1, "name": "text", "programme": "text",
+    //                   "picture": "studio" | "landscape" | "pitch" | "city" | "bars" }, ... ],
+    //   "texts":    { "noSignal": "text", ... }
     // }
-    // Settings are checked against their key's type. Files are written below the filesystem
-    // root (not at all while no root is set). Throws ProfileError.
+    // Settings are checked against their key's type; among them the initial source
+    // ("marlo.sl2.str.source.input.current") and channel ("marlo.sl2.i32.tvservice.current.
+    // channel", a number of the channel list). Files are written below the filesystem root (not
+    // at all while no root is set). "texts" gives on-screen texts in the TV's language, by name
+    // (English where none is given). Throws ProfileError.
     void loadProfileText(const std::string& text, const std::string& sourceName);
     void loadProfileFile(const std::string& path);
     // A plausible TV: identity, picture and sound state, sources, tuner, network, key files,
