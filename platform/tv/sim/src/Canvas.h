@@ -21,6 +21,7 @@ struct Colour {
     bool operator==(const Colour& other) const {
         return red == other.red && green == other.green && blue == other.blue;
     }
+    bool operator!=(const Colour& other) const { return !(*this == other); }
 };
 
 class ToneMap;

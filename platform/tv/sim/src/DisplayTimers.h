@@ -40,8 +40,7 @@ private:
     };
 
     template <typename Kind>
-    static std::optional<Kind> current(const std::optional<Shown<Kind>>& shown,
-                                       SimulatedTime now) {
+    static std::optional<Kind> current(const std::optional<Shown<Kind>>& shown, SimulatedTime now) {
         if (shown && now < shown->until) {
             return shown->kind;
         }

@@ -32,8 +32,7 @@ public:
 
     void panel(const Rect& area) { canvas_.fillRounded(area, s(18), kPanel, kPanelAlpha); }
 
-    int32_t text(int32_t left, int32_t top, const std::string& text, int32_t scale,
-                 Colour colour) {
+    int32_t text(int32_t left, int32_t top, const std::string& text, int32_t scale, Colour colour) {
         return canvas_.drawText(left, top, text, font(scale), colour);
     }
     void rightAligned(int32_t right, int32_t top, const std::string& text, int32_t scale,
@@ -42,8 +41,7 @@ public:
     }
     void centred(int32_t centreX, int32_t top, const std::string& text, int32_t scale,
                  Colour colour) {
-        canvas_.drawText(centreX - font(scale).textWidth(text) / 2, top, text, font(scale),
-                         colour);
+        canvas_.drawText(centreX - font(scale).textWidth(text) / 2, top, text, font(scale), colour);
     }
 
     // A small solid triangle pointing left or right, its middle at `middle`.
@@ -68,8 +66,8 @@ private:
 };
 
 void drawNoSignal(Painter& paint, const SourceView& source) {
-    const int32_t width = std::max(paint.s(520), paint.font(7).textWidth(source.message) +
-                                                     paint.s(80));
+    const int32_t width =
+        std::max(paint.s(520), paint.font(7).textWidth(source.message) + paint.s(80));
     const int32_t height = paint.s(190);
     const Rect box = {(paint.width() - width) / 2, (paint.height() - height) / 2, width, height};
     paint.panel(box);
@@ -98,8 +96,8 @@ void drawBanner(Painter& paint, const SourceBanner& banner) {
     const int32_t top = paint.s(50);
     const int32_t rowHeight = paint.s(60);
     const int32_t width = paint.s(560);
-    paint.panel({left, top, width,
-                 paint.s(90) + static_cast<int32_t>(banner.sources.size()) * rowHeight});
+    paint.panel(
+        {left, top, width, paint.s(90) + static_cast<int32_t>(banner.sources.size()) * rowHeight});
     paint.text(left + paint.s(30), top + paint.s(28), banner.title, 4, kDim);
     int32_t rowTop = top + paint.s(80);
     for (size_t i = 0; i < banner.sources.size(); ++i) {
@@ -119,8 +117,7 @@ void drawBanner(Painter& paint, const SourceBanner& banner) {
 void drawBanner(Painter& paint, const InfoBanner& banner) {
     const int32_t margin = paint.s(60);
     const int32_t height = paint.s(220);
-    const Rect box = {margin, paint.height() - margin - height, paint.width() - 2 * margin,
-                      height};
+    const Rect box = {margin, paint.height() - margin - height, paint.width() - 2 * margin, height};
     paint.panel(box);
     paint.text(box.left + paint.s(40), box.top + paint.s(36), banner.title, 7, kText);
     paint.text(box.left + paint.s(40), box.top + paint.s(130), banner.subtitle, 5, kDim);
@@ -134,8 +131,9 @@ void drawBanner(Painter& paint, const InfoBanner& banner) {
 void drawBanner(Painter& paint, const SettingBanner& banner) {
     const int32_t left = paint.s(60);
     const int32_t top = paint.s(50);
-    const int32_t width = std::max({paint.s(520), paint.font(6).textWidth(banner.value) + paint.s(60),
-                                    paint.font(4).textWidth(banner.name) + paint.s(60)});
+    const int32_t width =
+        std::max({paint.s(520), paint.font(6).textWidth(banner.value) + paint.s(60),
+                  paint.font(4).textWidth(banner.name) + paint.s(60)});
     paint.panel({left, top, width, paint.s(150)});
     paint.text(left + paint.s(30), top + paint.s(28), banner.name, 4, kDim);
     paint.text(left + paint.s(30), top + paint.s(76), banner.value, 6, kText);
@@ -193,8 +191,9 @@ void drawMenuRow(Painter& paint, const MenuRow& row, const Rect& area, bool high
         case MenuRow::Kind::Level: {
             paint.rightAligned(right, textTop, row.value, 4, highlighted ? kText : kDim);
             const int32_t barRight = right - paint.font(4).textWidth("100") - paint.s(24);
-            paint.levelBar({barRight - paint.s(180), middle - paint.s(6), paint.s(180), paint.s(12)},
-                           row.level, highlighted ? kText : kAccent);
+            paint.levelBar(
+                {barRight - paint.s(180), middle - paint.s(6), paint.s(180), paint.s(12)},
+                row.level, highlighted ? kText : kAccent);
             break;
         }
         case MenuRow::Kind::Page:
@@ -211,13 +210,13 @@ void drawMenu(Painter& paint, const MenuView& menu) {
     const int32_t width = paint.s(800);
     const int32_t rowHeight = paint.s(76);
     const int32_t rowsTop = top + paint.s(144);
-    const int32_t height = paint.s(144) + static_cast<int32_t>(menu.rows.size()) * rowHeight +
-                           paint.s(96);
+    const int32_t height =
+        paint.s(144) + static_cast<int32_t>(menu.rows.size()) * rowHeight + paint.s(96);
     paint.panel({left, top, width, height});
     paint.text(left + paint.s(40), top + paint.s(36), menu.title, 6, kText);
-    paint.canvas().fill({left + paint.s(40), top + paint.s(116), width - paint.s(80),
-                         std::max(1, paint.s(4))},
-                        kAccent);
+    paint.canvas().fill(
+        {left + paint.s(40), top + paint.s(116), width - paint.s(80), std::max(1, paint.s(4))},
+        kAccent);
     for (size_t i = 0; i < menu.rows.size(); ++i) {
         const Rect area = {left + paint.s(20), rowsTop + static_cast<int32_t>(i) * rowHeight,
                            width - paint.s(40), rowHeight - paint.s(8)};
@@ -270,12 +269,11 @@ void drawDialog(Painter& paint, const DialogView& dialog) {
         y += codeHeight;
     }
     writeLines(footnote, kDim);
-    paint.rightAligned(box.right() - paint.s(40), box.bottom() - paint.s(56), dialog.hint, 3,
-                       kDim);
+    paint.rightAligned(box.right() - paint.s(40), box.bottom() - paint.s(56), dialog.hint, 3, kDim);
 }
 
 void drawNotice(Painter& paint, const std::string& notice) {
-    const int32_t width = paint.s(900);
+    const int32_t width = std::min(paint.s(1000), paint.font(4).textWidth(notice) + paint.s(100));
     const std::vector<std::string> lines = wrapText(notice, paint.font(4), width - paint.s(100));
     const int32_t lineHeight = paint.s(48);
     const Rect box = {(paint.width() - width) / 2, paint.s(60), width,

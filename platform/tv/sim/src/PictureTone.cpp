@@ -14,23 +14,23 @@ struct ModeLook {
 };
 
 constexpr ModeLook kModeLooks[] = {
-    {1000, 6, 1180, 1350},  // Vivid
-    {1000, 0, 1000, 1000},  // Standard
-    {700, 0, 950, 900},     // Energy Saving: a dimmer backlight
-    {860, -4, 1060, 950},   // Theater
-    {1000, 8, 1080, 1100},  // Game
-    {1000, 12, 1120, 1200}, // Sports
-    {960, 0, 960, 920},     // Calibrated
+    {1000, 6, 1180, 1350},   // Vivid
+    {1000, 0, 1000, 1000},   // Standard
+    {700, 0, 950, 900},      // Energy Saving: a dimmer backlight
+    {860, -4, 1060, 950},    // Theater
+    {1000, 8, 1080, 1100},   // Game
+    {1000, 12, 1120, 1200},  // Sports
+    {960, 0, 960, 920},      // Calibrated
 };
 constexpr int32_t kStandardMode = 1;
 
 // Red, green and blue gains of each colour temperature, in thousandths: a cool picture loses
 // red, a warm one loses blue.
 constexpr std::array<int32_t, 3> kTemperatureGains[] = {
-    {850, 950, 1000},   // High (cool)
-    {1000, 1000, 1000}, // Medium
-    {1000, 920, 780},   // Low (warm)
-    {1000, 960, 890},   // Mid-Low
+    {850, 950, 1000},    // High (cool)
+    {1000, 1000, 1000},  // Medium
+    {1000, 920, 780},    // Low (warm)
+    {1000, 960, 890},    // Mid-Low
 };
 constexpr int32_t kMediumTemperature = 1;
 

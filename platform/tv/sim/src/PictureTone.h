@@ -19,9 +19,8 @@ struct PictureAdjustments {
     int32_t temperature = 1;  // 0 High (cool), 1 Medium, 2 Low (warm), 3 Mid-Low
 
     bool operator==(const PictureAdjustments& other) const {
-        return mode == other.mode && brightness == other.brightness &&
-               contrast == other.contrast && saturation == other.saturation &&
-               temperature == other.temperature;
+        return mode == other.mode && brightness == other.brightness && contrast == other.contrast &&
+               saturation == other.saturation && temperature == other.temperature;
     }
     bool operator!=(const PictureAdjustments& other) const { return !(*this == other); }
 };
@@ -35,7 +34,7 @@ public:
     Colour apply(Colour colour) const;
 
 private:
-    int32_t saturation_;  // 256 leaves colours as they are
+    int32_t saturation_;                              // 256 leaves colours as they are
     std::array<std::array<uint8_t, 256>, 3> curves_;  // red, green, blue
 };
 

@@ -277,8 +277,7 @@ std::vector<Channel> parseChannels(const Json::Value& channels, const Problems& 
     return parsed;
 }
 
-std::map<std::string, std::string> parseTexts(const Json::Value& texts,
-                                              const Problems& problems) {
+std::map<std::string, std::string> parseTexts(const Json::Value& texts, const Problems& problems) {
     requireObject(texts, "texts", problems);
     std::map<std::string, std::string> parsed;
     for (const std::string& name : texts.getMemberNames()) {

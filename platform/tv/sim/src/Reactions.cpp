@@ -65,8 +65,8 @@ int32_t operateDataModule(Service& service, const ParameterList& arguments) {
     if (operation == kRestoreOperation) {
         const std::optional<std::string> group = argument(arguments, 1);
         if (group == kRestoreSound || group == kRestorePicture) {
-            const bool restored =
-                service.restoreBackup(group == kRestoreSound ? kSoundSettings : keys::kPictureSettings);
+            const bool restored = service.restoreBackup(
+                group == kRestoreSound ? kSoundSettings : keys::kPictureSettings);
             return restored ? status::kOk : status::kFailed;
         }
     }

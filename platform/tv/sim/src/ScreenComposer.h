@@ -27,8 +27,8 @@ private:
         int32_t height;
 
         bool operator==(const Background& other) const {
-            return source == other.source && picture == other.picture &&
-                   standby == other.standby && width == other.width && height == other.height;
+            return source == other.source && picture == other.picture && standby == other.standby &&
+                   width == other.width && height == other.height;
         }
     };
 

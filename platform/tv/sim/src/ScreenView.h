@@ -79,7 +79,7 @@ struct MenuView {
 struct DialogView {
     std::string title;
     std::vector<std::string> paragraphs;
-    std::string code;  // shown large, below the paragraphs, when not empty
+    std::string code;      // shown large, below the paragraphs, when not empty
     std::string footnote;  // below the code
     std::string hint;
 };

@@ -14,8 +14,9 @@ Service& Service::instance() {
 }
 
 Service::Service() {
-    store_.setChangeListener(
-        [this](const std::string& key, const Value& value) { software_.settingChanged(key, value); });
+    store_.setChangeListener([this](const std::string& key, const Value& value) {
+        software_.settingChanged(key, value);
+    });
     // The service outlives static destruction; only its thread is ended at exit, so that no
     // notification runs while the process tears down.
     std::atexit([] { Service::instance().store().shutdown(); });

@@ -48,9 +48,11 @@ void drawMountain(Canvas& canvas, Point peak, int32_t foot, int32_t halfWidth, C
 
 void drawTree(Canvas& canvas, const Layout& layout, int32_t x, int32_t ground, int32_t height) {
     const int32_t trunk = layout.size(height / 8);
-    canvas.fill({layout.x(x) - trunk / 2, layout.y(ground - height / 4), trunk, layout.y(height / 4)},
-                {90, 60, 35});
-    canvas.fillTriangle(layout.point(x, ground - height), layout.point(x - height / 3, ground - height / 5),
+    canvas.fill(
+        {layout.x(x) - trunk / 2, layout.y(ground - height / 4), trunk, layout.y(height / 4)},
+        {90, 60, 35});
+    canvas.fillTriangle(layout.point(x, ground - height),
+                        layout.point(x - height / 3, ground - height / 5),
                         layout.point(x + height / 3, ground - height / 5), {30, 90, 45});
 }
 
@@ -61,12 +63,15 @@ void drawLandscape(Canvas& canvas, const Layout& layout) {
     drawMountain(canvas, layout.point(330, 300), layout.y(660), layout.x(430), {118, 136, 168});
     drawMountain(canvas, layout.point(1380, 340), layout.y(660), layout.x(460), {124, 142, 174});
     drawMountain(canvas, layout.point(850, 250), layout.y(660), layout.x(520), {98, 116, 152});
-    canvas.verticalGradient(layout.stretched(0, 640, 1920, 140), {96, 146, 196}, {62, 104, 156});
+    canvas.verticalGradient(layout.stretched(0, 640, 1920, 260), {96, 146, 196}, {52, 92, 144});
     canvas.fillDisc(layout.point(380, 1120), layout.size(560), {74, 146, 70});
     canvas.fillDisc(layout.point(1560, 1180), layout.size(700), {62, 130, 60});
     canvas.verticalGradient(layout.stretched(0, 900, 1920, 180), {84, 154, 62}, {50, 112, 40});
-    for (const auto& [x, height] : {std::pair<int32_t, int32_t>{150, 260}, {260, 200},
-                                    {1650, 300}, {1780, 240}, {1120, 180}}) {
+    for (const auto& [x, height] : {std::pair<int32_t, int32_t>{150, 260},
+                                    {260, 200},
+                                    {1650, 300},
+                                    {1780, 240},
+                                    {1120, 180}}) {
         drawTree(canvas, layout, x, 930, height);
     }
 }
@@ -131,11 +136,13 @@ void drawPitch(Canvas& canvas, const Layout& layout) {
     canvas.fill({field.right() - line, field.top, line, field.height}, kWhite);
     canvas.fill({layout.x(960) - line / 2, field.top, line, field.height}, kWhite);
     canvas.fillRing(layout.point(960, 540), layout.size(180), layout.size(180) - line, kWhite);
-    for (const Rect& box : {layout.stretched(120, 340, 240, 400), layout.stretched(1560, 340, 240, 400)}) {
+    for (const Rect& box :
+         {layout.stretched(120, 340, 240, 400), layout.stretched(1560, 340, 240, 400)}) {
         canvas.fill({box.left, box.top, box.width, line}, kWhite);
         canvas.fill({box.left, box.bottom() - line, box.width, line}, kWhite);
-        canvas.fill({box.left == field.left ? box.right() - line : box.left, box.top, line, box.height},
-                    kWhite);
+        canvas.fill(
+            {box.left == field.left ? box.right() - line : box.left, box.top, line, box.height},
+            kWhite);
     }
     Sequence positions(7);
     for (int32_t player = 0; player < 14; ++player) {
@@ -193,18 +200,15 @@ void drawChannelMark(Canvas& canvas, const Layout& layout, const Channel& channe
 void drawDeviceSlate(Canvas& canvas, const Layout& layout, const SourceView& source) {
     canvas.verticalGradient(layout.stretched(0, 0, 1920, 1080), {22, 18, 58}, {64, 32, 94});
     const int32_t centre = layout.width() / 2;
-    const Rect box = {centre - layout.size(230), layout.y(330), layout.size(460),
-                      layout.size(130)};
+    const Rect box = {centre - layout.size(230), layout.y(330), layout.size(460), layout.size(130)};
     canvas.fillRounded(box, layout.size(22), {34, 36, 48});
     canvas.fill({box.left + layout.size(40), box.top + box.height / 2, layout.size(220),
                  std::max(1, layout.size(8))},
                 {14, 14, 20});
     canvas.fillDisc({box.right() - layout.size(60), box.top + box.height / 2}, layout.size(12),
                     {80, 220, 120});
-    drawCentredText(canvas, centre, layout.y(540), source.device, layout.font(12),
-                    {244, 240, 255});
-    drawCentredText(canvas, centre, layout.y(690), source.source, layout.font(5),
-                    {186, 176, 224});
+    drawCentredText(canvas, centre, layout.y(540), source.device, layout.font(12), {244, 240, 255});
+    drawCentredText(canvas, centre, layout.y(690), source.source, layout.font(5), {186, 176, 224});
 }
 
 }  // namespace
@@ -226,8 +230,9 @@ void drawTestCard(Canvas& canvas) {
     const std::string caption = "NORVANE TV";
     const int32_t captionWidth = font.textWidth(caption);
     const int32_t pad = font.scale() * 2;
-    const Rect paper = {(width - captionWidth) / 2 - pad, (canvas.height() - font.lineHeight()) / 2 - pad,
-                        captionWidth + 2 * pad, font.lineHeight() + pad};
+    const Rect paper = {(width - captionWidth) / 2 - pad,
+                        (canvas.height() - font.lineHeight()) / 2 - pad, captionWidth + 2 * pad,
+                        font.lineHeight() + pad};
     canvas.fill(paper, kBlack);
     canvas.drawText(paper.left + pad, paper.top + pad, caption, font, kWhite);
 }

@@ -31,25 +31,15 @@ Value Store::get(const std::string& key) const {
 }
 
 bool Store::set(const std::string& key, const Value& value) {
-    Changes changes;
-    bool fitted = false;
-    {
-        std::lock_guard<std::mutex> lock(mutex_);
-        fitted = putLocked(key, value, changes);
-    }
-    tellListener(changes);
-    return fitted;
+    std::lock_guard<std::mutex> lock(mutex_);
+    return putLocked(key, value);
 }
 
 void Store::setAll(const SettingMap& values) {
-    Changes changes;
-    {
-        std::lock_guard<std::mutex> lock(mutex_);
-        for (const auto& [key, value] : values) {
-            putLocked(key, value, changes);
-        }
+    std::lock_guard<std::mutex> lock(mutex_);
+    for (const auto& [key, value] : values) {
+        putLocked(key, value);
     }
-    tellListener(changes);
 }
 
 SettingMap Store::snapshot(const std::string& prefix) const {
@@ -58,14 +48,10 @@ SettingMap Store::snapshot(const std::string& prefix) const {
 }
 
 void Store::restore(const SettingMap& baseline, const std::string& prefix) {
-    Changes changes;
-    {
-        std::lock_guard<std::mutex> lock(mutex_);
-        for (const auto& [key, value] : settings_.targetsFor(baseline, prefix)) {
-            putLocked(key, value, changes);
-        }
+    std::lock_guard<std::mutex> lock(mutex_);
+    for (const auto& [key, value] : settings_.targetsFor(baseline, prefix)) {
+        putLocked(key, value);
     }
-    tellListener(changes);
 }
 
 uint64_t Store::attach(const std::string& key, tvmodelapi::Observer* observer) {
@@ -98,7 +84,7 @@ void Store::clear() {
     dispatcher_.discardAll();
 }
 
-bool Store::putLocked(const std::string& key, const Value& value, Changes& changes) {
+bool Store::putLocked(const std::string& key, const Value& value) {
     const KeyType type = keyType(key);
     if (!fits(type, value)) {
         return false;
@@ -107,7 +93,7 @@ bool Store::putLocked(const std::string& key, const Value& value, Changes& chang
         return true;
     }
     if (listener_) {
-        changes.emplace_back(key, value);
+        listener_(key, value);
     }
     const auto [first, last] = observers_.equal_range(key);
     for (auto it = first; it != last; ++it) {
@@ -116,12 +102,6 @@ bool Store::putLocked(const std::string& key, const Value& value, Changes& chang
         }
     }
     return true;
-}
-
-void Store::tellListener(const Changes& changes) const {
-    for (const auto& [key, value] : changes) {
-        listener_(key, value);
-    }
 }
 
 }  // namespace tvsim

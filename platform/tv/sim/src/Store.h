@@ -8,7 +8,6 @@
 #include <mutex>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "Dispatcher.h"
 #include "Settings.h"
@@ -21,8 +20,8 @@ namespace tvsim {
 
 class Store {
 public:
-    // Hears every change of a value, by anyone, after the change is made (and outside the
-    // store's lock, so it may read the store).
+    // Hears every change of a value, by anyone, in the order the changes are made: it is called
+    // with the store's lock held, so it must not use the store.
     using ChangeListener = std::function<void(const std::string& key, const Value& value)>;
 
     Store() = default;
@@ -59,12 +58,8 @@ private:
         tvmodelapi::Observer* observer;
     };
 
-    using Changes = std::vector<std::pair<std::string, Value>>;
-
-    // Stores and queues the notifications, adding a change to `changes`; false when the value
-    // does not fit the key.
-    bool putLocked(const std::string& key, const Value& value, Changes& changes);
-    void tellListener(const Changes& changes) const;
+    // Stores and queues the notifications; false when the value does not fit the key.
+    bool putLocked(const std::string& key, const Value& value);
 
     mutable std::mutex mutex_;
     Settings settings_;

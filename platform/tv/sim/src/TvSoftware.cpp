@@ -79,6 +79,19 @@ std::optional<int32_t> digitOf(const std::string& key) {
     return std::nullopt;
 }
 
+MenuKey cursorKeyOf(Remote remote) {
+    switch (remote) {
+        case Remote::Up:
+            return MenuKey::Up;
+        case Remote::Down:
+            return MenuKey::Down;
+        case Remote::Left:
+            return MenuKey::Left;
+        default:
+            return MenuKey::Right;
+    }
+}
+
 int32_t integerOf(const Value& value) {
     const auto* number = std::get_if<int32_t>(&value);
     return number != nullptr ? *number : 0;
@@ -112,6 +125,14 @@ std::optional<std::string> cecDeviceOn(const std::string& input, const Value& de
     return std::nullopt;
 }
 
+// Reads a snapshot of the settings as the store reads them.
+SettingReader readerOf(const SettingMap& settings) {
+    return [&settings](const std::string& key) {
+        const auto found = settings.find(key);
+        return found != settings.end() ? found->second : defaultValue(keyType(key));
+    };
+}
+
 int32_t storedOr(const SettingMap& settings, const char* key, int32_t fallback) {
     const auto found = settings.find(key);
     if (found == settings.end()) {
@@ -140,22 +161,24 @@ SimulatedTime TvSoftware::now() const {
     return static_cast<SimulatedTime>(time.tv_sec) * kSecond + time.tv_nsec;
 }
 
-SettingReader TvSoftware::reader() const {
-    return [this](const std::string& key) { return read(key); };
+SettingMap TvSoftware::settings() const {
+    return store_.snapshot("marlo.sl2.");
 }
 
 void TvSoftware::pressKey(const std::string& key) {
+    const SettingMap current = settings();
+    const SettingReader read = readerOf(current);
     std::vector<SettingWrite> writes;
     {
         std::lock_guard<std::mutex> lock(mutex_);
-        writes = handleKey(key);
+        writes = handleKey(key, read);
     }
     for (const SettingWrite& write : writes) {
         store_.set(write.key, write.value);
     }
 }
 
-std::vector<SettingWrite> TvSoftware::handleKey(const std::string& key) {
+std::vector<SettingWrite> TvSoftware::handleKey(const std::string& key, const SettingReader& read) {
     const std::optional<int32_t> digit = digitOf(key);
     const std::optional<Remote> remote = remoteOf(key);
     if (standby_) {
@@ -163,7 +186,7 @@ std::vector<SettingWrite> TvSoftware::handleKey(const std::string& key) {
         return {};
     }
     if (digit) {
-        return tuneTo(*digit);
+        return tuneTo(*digit, read);
     }
     if (!remote) {
         return {};
@@ -176,9 +199,9 @@ std::vector<SettingWrite> TvSoftware::handleKey(const std::string& key) {
             standby_ = true;
             return {};
         case Remote::VolumeUp:
-            return stepVolume(Step::Forward);
+            return stepVolume(Step::Forward, read);
         case Remote::VolumeDown:
-            return stepVolume(Step::Back);
+            return stepVolume(Step::Back, read);
         case Remote::Mute:
             displays_.showVolume(now());
             return {{keys::kMute, Value{integerOf(read(keys::kMute)) == 0 ? 1 : 0}}};
@@ -200,7 +223,7 @@ std::vector<SettingWrite> TvSoftware::handleKey(const std::string& key) {
                 return {};
             }
             if (menu_.isOpen()) {
-                return handleMenuKey(*remote == Remote::Ok ? MenuKey::Ok : MenuKey::Back);
+                return handleMenuKey(*remote == Remote::Ok ? MenuKey::Ok : MenuKey::Back, read);
             }
             if (*remote == Remote::Ok) {
                 displays_.showBanner(BannerKind::Info, now());
@@ -215,26 +238,23 @@ std::vector<SettingWrite> TvSoftware::handleKey(const std::string& key) {
             if (prompting) {
                 return {};
             }
-            constexpr MenuKey kMenuKeys[] = {MenuKey::Up, MenuKey::Down, MenuKey::Left,
-                                             MenuKey::Right};
             if (menu_.isOpen()) {
-                return handleMenuKey(
-                    kMenuKeys[static_cast<int>(*remote) - static_cast<int>(Remote::Up)]);
+                return handleMenuKey(cursorKeyOf(*remote), read);
             }
             if (*remote == Remote::Up || *remote == Remote::Down) {
-                return stepChannel(*remote == Remote::Up ? Step::Forward : Step::Back);
+                return stepChannel(*remote == Remote::Up ? Step::Forward : Step::Back, read);
             }
             return {};
         }
         case Remote::ChannelUp:
-            return stepChannel(Step::Forward);
+            return stepChannel(Step::Forward, read);
         case Remote::ChannelDown:
-            return stepChannel(Step::Back);
+            return stepChannel(Step::Back, read);
         case Remote::ChannelReturn:
-            return previousChannel_ ? tuneTo(*previousChannel_) : std::vector<SettingWrite>{};
+            return previousChannel_ ? tuneTo(*previousChannel_, read) : std::vector<SettingWrite>{};
         case Remote::Input:
             menu_.close();
-            return stepSource();
+            return stepSource(read);
         case Remote::Info:
             if (displays_.banner(now()) == BannerKind::Info) {
                 displays_.hideBanner();
@@ -243,9 +263,9 @@ std::vector<SettingWrite> TvSoftware::handleKey(const std::string& key) {
             }
             return {};
         case Remote::PictureMode:
-            return stepItem(Menu::Item::PictureMode, BannerKind::PictureMode);
+            return stepItem(Menu::Item::PictureMode, BannerKind::PictureMode, read);
         case Remote::SoundMode:
-            return stepItem(Menu::Item::SoundMode, BannerKind::SoundMode);
+            return stepItem(Menu::Item::SoundMode, BannerKind::SoundMode, read);
         case Remote::TvSource:
             menu_.close();
             displays_.showBanner(BannerKind::Source, now());
@@ -260,15 +280,15 @@ void TvSoftware::dismissAll() {
     displays_.hideBanner();
 }
 
-std::vector<SettingWrite> TvSoftware::handleMenuKey(MenuKey key) {
-    std::optional<SettingWrite> write = menu_.press(key, reader());
+std::vector<SettingWrite> TvSoftware::handleMenuKey(MenuKey key, const SettingReader& read) {
+    std::optional<SettingWrite> write = menu_.press(key, read);
     if (!write) {
         return {};
     }
     return {std::move(*write)};
 }
 
-std::vector<SettingWrite> TvSoftware::stepVolume(Step step) {
+std::vector<SettingWrite> TvSoftware::stepVolume(Step step, const SettingReader& read) {
     displays_.showVolume(now());
     const int32_t volume = std::clamp(integerOf(read(keys::kVolume)), 0, 100);
     std::vector<SettingWrite> writes = {
@@ -280,7 +300,7 @@ std::vector<SettingWrite> TvSoftware::stepVolume(Step step) {
     return writes;
 }
 
-const Channel* TvSoftware::currentChannel() const {
+const Channel* TvSoftware::currentChannel(const SettingReader& read) const {
     if (channels_.empty()) {
         return nullptr;
     }
@@ -293,19 +313,19 @@ const Channel* TvSoftware::currentChannel() const {
     return &channels_.front();
 }
 
-std::vector<SettingWrite> TvSoftware::stepChannel(Step step) {
-    const Channel* current = currentChannel();
+std::vector<SettingWrite> TvSoftware::stepChannel(Step step, const SettingReader& read) {
+    const Channel* current = currentChannel(read);
     if (current == nullptr || textOf(read(keys::kCurrentSource)) != kTvSource) {
         return {};
     }
     const auto count = static_cast<int64_t>(channels_.size());
     const int64_t index = current - channels_.data();
     const int64_t next = (index + static_cast<int64_t>(step) + count) % count;
-    return tuneTo(channels_[static_cast<size_t>(next)].number);
+    return tuneTo(channels_[static_cast<size_t>(next)].number, read);
 }
 
-std::vector<SettingWrite> TvSoftware::tuneTo(int32_t number) {
-    const Channel* current = currentChannel();
+std::vector<SettingWrite> TvSoftware::tuneTo(int32_t number, const SettingReader& read) {
+    const Channel* current = currentChannel(read);
     const bool listed = std::any_of(channels_.begin(), channels_.end(),
                                     [number](const Channel& c) { return c.number == number; });
     if (current == nullptr || !listed || textOf(read(keys::kCurrentSource)) != kTvSource) {
@@ -318,7 +338,7 @@ std::vector<SettingWrite> TvSoftware::tuneTo(int32_t number) {
     return {{keys::kCurrentChannel, Value{number}}};
 }
 
-std::vector<SettingWrite> TvSoftware::stepSource() {
+std::vector<SettingWrite> TvSoftware::stepSource(const SettingReader& read) {
     const auto sources = sourcePairs(read(keys::kSourceNames));
     if (sources.empty()) {
         return {};
@@ -329,9 +349,10 @@ std::vector<SettingWrite> TvSoftware::stepSource() {
     return {{keys::kCurrentSource, Value{sources[next].first}}};
 }
 
-std::vector<SettingWrite> TvSoftware::stepItem(Menu::Item item, BannerKind banner) {
+std::vector<SettingWrite> TvSoftware::stepItem(Menu::Item item, BannerKind banner,
+                                               const SettingReader& read) {
     displays_.showBanner(banner, now());
-    std::optional<SettingWrite> write = Menu::change(item, 1, reader());
+    std::optional<SettingWrite> write = Menu::change(item, 1, read);
     if (!write) {
         return {};
     }
@@ -348,9 +369,8 @@ void TvSoftware::settingChanged(const std::string& key, const Value& value) {
     } else if (key == keys::kCurrentSource) {
         displays_.showBanner(BannerKind::Source, now());
     } else if (key == keys::kCurrentChannel) {
-        if (textOf(read(keys::kCurrentSource)) == kTvSource) {
-            displays_.showBanner(BannerKind::Channel, now());
-        }
+        // Shown only while the TV source plays (see bannerView).
+        displays_.showBanner(BannerKind::Channel, now());
     } else if (key == keys::kSessionCode) {
         prompt_.sessionCodeChanged(textOf(value));
     } else if (key == keys::kAppNotify) {
@@ -366,11 +386,11 @@ void TvSoftware::settingChanged(const std::string& key, const Value& value) {
     }
 }
 
-SourceView TvSoftware::sourceView() const {
+SourceView TvSoftware::sourceView(const SettingReader& read) const {
     SourceView source;
     source.source = textOf(read(keys::kCurrentSource));
     if (source.source == kTvSource) {
-        if (const Channel* channel = currentChannel()) {
+        if (const Channel* channel = currentChannel(read)) {
             source.kind = SourceView::Kind::Channel;
             source.channel = *channel;
         } else {
@@ -386,21 +406,21 @@ SourceView TvSoftware::sourceView() const {
     return source;
 }
 
-std::vector<std::string> TvSoftware::infoDetails() const {
+std::vector<std::string> TvSoftware::infoDetails(const SettingReader& read) const {
     std::vector<std::string> details;
     const std::vector<std::string> format = listOf(read(keys::kVideoFormat));
     if (format.size() >= 4) {
         details.push_back(format[0] + "x" + format[1] + format[2] + " " + format[3] + "Hz");
     }
     for (const Menu::Item item : {Menu::Item::PictureMode, Menu::Item::SoundMode}) {
-        const MenuRow row = Menu::row(item, reader(), texts_);
+        const MenuRow row = Menu::row(item, read, texts_);
         details.push_back(row.label + ": " + row.value);
     }
     return details;
 }
 
-std::optional<BannerView> TvSoftware::bannerView(BannerKind kind,
-                                                 const SourceView& source) const {
+std::optional<BannerView> TvSoftware::bannerView(BannerKind kind, const SourceView& source,
+                                                 const SettingReader& read) const {
     switch (kind) {
         case BannerKind::Channel:
             if (source.kind != SourceView::Kind::Channel) {
@@ -416,7 +436,7 @@ std::optional<BannerView> TvSoftware::bannerView(BannerKind kind,
         }
         case BannerKind::Info: {
             InfoBanner banner;
-            banner.details = infoDetails();
+            banner.details = infoDetails(read);
             banner.title = source.source;
             if (source.kind == SourceView::Kind::Channel) {
                 banner.title = std::to_string(source.channel.number) + "  " + source.channel.name;
@@ -430,9 +450,9 @@ std::optional<BannerView> TvSoftware::bannerView(BannerKind kind,
         }
         case BannerKind::PictureMode:
         case BannerKind::SoundMode: {
-            const MenuRow row = Menu::row(kind == BannerKind::PictureMode ? Menu::Item::PictureMode
-                                                                          : Menu::Item::SoundMode,
-                                          reader(), texts_);
+            const MenuRow row = Menu::row(
+                kind == BannerKind::PictureMode ? Menu::Item::PictureMode : Menu::Item::SoundMode,
+                read, texts_);
             return SettingBanner{row.label, row.value};
         }
     }
@@ -440,6 +460,8 @@ std::optional<BannerView> TvSoftware::bannerView(BannerKind kind,
 }
 
 ScreenView TvSoftware::view() const {
+    const SettingMap current = settings();
+    const SettingReader read = readerOf(current);
     std::lock_guard<std::mutex> lock(mutex_);
     ScreenView view;
     view.standby = standby_;
@@ -447,26 +469,25 @@ ScreenView TvSoftware::view() const {
         return view;
     }
     const SimulatedTime time = now();
-    view.source = sourceView();
-    const SettingMap picture = store_.snapshot(keys::kPictureSettings);
+    view.source = sourceView(read);
     const PictureAdjustments standard;
-    view.picture.mode = storedOr(picture, keys::kPictureMode, standard.mode);
-    view.picture.brightness = storedOr(picture, keys::kBrightness, standard.brightness);
-    view.picture.contrast = storedOr(picture, keys::kContrast, standard.contrast);
-    view.picture.saturation = storedOr(picture, keys::kColourSaturation, standard.saturation);
-    view.picture.temperature = storedOr(picture, keys::kColourTemperature, standard.temperature);
+    view.picture.mode = storedOr(current, keys::kPictureMode, standard.mode);
+    view.picture.brightness = storedOr(current, keys::kBrightness, standard.brightness);
+    view.picture.contrast = storedOr(current, keys::kContrast, standard.contrast);
+    view.picture.saturation = storedOr(current, keys::kColourSaturation, standard.saturation);
+    view.picture.temperature = storedOr(current, keys::kColourTemperature, standard.temperature);
     if (const std::optional<BannerKind> banner = displays_.banner(time)) {
-        view.banner = bannerView(*banner, view.source);
+        view.banner = bannerView(*banner, view.source, read);
     }
     if (displays_.volumeShown(time)) {
         view.volume = VolumeView{std::clamp(integerOf(read(keys::kVolume)), 0, 100),
                                  integerOf(read(keys::kMute)) != 0, texts_(Text::Mute)};
     }
-    view.menu = menu_.view(reader(), texts_);
+    view.menu = menu_.view(read, texts_);
     view.dialog = prompt_.dialog(textOf(read(keys::kSessionCode)), texts_);
     if (const std::optional<NoticeKind> notice = displays_.notice(time)) {
         view.notice = texts_(*notice == NoticeKind::EngineerConnected ? Text::EngineerConnected
-                                                                       : Text::SessionEnded);
+                                                                      : Text::SessionEnded);
     }
     if (prompt_.connected()) {
         view.badge = texts_(Text::SupportActive);

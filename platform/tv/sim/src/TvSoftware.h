@@ -34,7 +34,7 @@ public:
 
     // A remote key, by the TV's key name ("KEY_MENU"); keys the TV does not know do nothing.
     void pressKey(const std::string& key);
-    // Called after every change of a setting's value.
+    // Called for every change of a setting's value, with the store's lock held.
     void settingChanged(const std::string& key, const Value& value);
 
     ScreenView view() const;
@@ -43,24 +43,27 @@ private:
     enum class Step { Back = -1, Forward = 1 };
 
     SimulatedTime now() const;
-    Value read(const std::string& key) const { return store_.get(key); }
-    SettingReader reader() const;
+    // The settings now, read before taking the lock: the store calls settingChanged with its
+    // own lock held, so this software never uses the store while it holds its lock.
+    SettingMap settings() const;
 
     // The key's effect on the software's own state, and the settings it changes (made by the
-    // caller, unlocked, because every change comes back through settingChanged).
-    std::vector<SettingWrite> handleKey(const std::string& key);
-    std::vector<SettingWrite> handleMenuKey(MenuKey key);
-    std::vector<SettingWrite> stepVolume(Step step);
-    std::vector<SettingWrite> stepChannel(Step step);
-    std::vector<SettingWrite> tuneTo(int32_t number);
-    std::vector<SettingWrite> stepSource();
-    std::vector<SettingWrite> stepItem(Menu::Item item, BannerKind banner);
+    // caller, unlocked).
+    std::vector<SettingWrite> handleKey(const std::string& key, const SettingReader& read);
+    std::vector<SettingWrite> handleMenuKey(MenuKey key, const SettingReader& read);
+    std::vector<SettingWrite> stepVolume(Step step, const SettingReader& read);
+    std::vector<SettingWrite> stepChannel(Step step, const SettingReader& read);
+    std::vector<SettingWrite> tuneTo(int32_t number, const SettingReader& read);
+    std::vector<SettingWrite> stepSource(const SettingReader& read);
+    std::vector<SettingWrite> stepItem(Menu::Item item, BannerKind banner,
+                                       const SettingReader& read);
     void dismissAll();
 
-    const Channel* currentChannel() const;
-    SourceView sourceView() const;
-    std::optional<BannerView> bannerView(BannerKind kind, const SourceView& source) const;
-    std::vector<std::string> infoDetails() const;
+    const Channel* currentChannel(const SettingReader& read) const;
+    SourceView sourceView(const SettingReader& read) const;
+    std::optional<BannerView> bannerView(BannerKind kind, const SourceView& source,
+                                         const SettingReader& read) const;
+    std::vector<std::string> infoDetails(const SettingReader& read) const;
 
     Store& store_;
     const ScaledClock& clock_;

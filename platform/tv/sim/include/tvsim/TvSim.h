@@ -102,6 +102,16 @@ public:
     int32_t screenHeight() const;
     // With capture off the capture action writes nothing.
     void setCaptureEnabled(bool enabled);
+    // What the screen shows now, in words: one line of JSON with the source and what it shows,
+    // the picture settings, and each on-screen display that is up ("banner", "volume", "menu",
+    // "dialog", "notice", "badge").
+    std::string describeScreen() const;
+
+    // --- The viewer ---
+    // A key pressed on the TV's own remote control, by the TV's key name ("KEY_MENU",
+    // "KEY_CURSOR_DOWN", "KEY_OK", ...: the names the key-injection action takes). It acts as a
+    // key sent by the plug-in does, but nothing is journaled.
+    void pressKey(const std::string& key);
 
     // --- Reactions ---
     // Replaces the TV's own reaction to an action key (the built-in ones: screen capture,
