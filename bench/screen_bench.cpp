@@ -20,7 +20,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* kSaturation = "marlo.sl2.i32.video.colour.intensity";
-constexpr const char* kChannel = "marlo.sl2.i32.tvservice.current.channel";
+constexpr const char* kChannelKey = "marlo.sl2.i32.tvservice.current.channel";
 
 // The default TV on channel 1 with its menu open and the volume bar up. Simulated time stands
 // almost still, so that nothing on screen runs out during a run.
@@ -72,7 +72,7 @@ private:
 };
 
 // What changes between two screenshots.
-enum Change { kNothing, kPictureSetting, kChannel };
+enum Change { kNothing, kPictureSetting, kChannelChange };
 
 void BM_Screenshot1080p(benchmark::State& state) {
     ScreenTv& tv = ScreenTv::instance();
@@ -83,8 +83,8 @@ void BM_Screenshot1080p(benchmark::State& state) {
         ++step;
         if (state.range(0) == kPictureSetting) {
             control.set(kSaturation, 50 + step % 2);
-        } else if (state.range(0) == kChannel) {
-            control.set(kChannel, 1 + step % 2);
+        } else if (state.range(0) == kChannelChange) {
+            control.set(kChannelKey, 1 + step % 2);
         }
         benchmark::DoNotOptimize(tv.screenshot());
     }
@@ -95,7 +95,7 @@ void BM_Screenshot1080p(benchmark::State& state) {
 BENCHMARK(BM_Screenshot1080p)
     ->Arg(kNothing)
     ->Arg(kPictureSetting)
-    ->Arg(kChannel)
+    ->Arg(kChannelChange)
     ->MeasureProcessCPUTime()
     ->Unit(benchmark::kMillisecond);
 
