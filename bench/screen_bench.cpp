@@ -6,18 +6,14 @@
 //                --benchmark_report_aggregates_only=true
 #include <benchmark/benchmark.h>
 
-#include <cstdlib>
-#include <filesystem>
-#include <stdexcept>
 #include <string>
 
 #include "Service.h"
+#include "TemporaryTvRoot.h"
 #include "marlo/tvapi/RootInterface.h"
 #include "tvsim/TvSim.h"
 
 namespace {
-
-namespace fs = std::filesystem;
 
 constexpr const char* kSaturation = "marlo.sl2.i32.video.colour.intensity";
 constexpr const char* kChannelKey = "marlo.sl2.i32.tvservice.current.channel";
@@ -53,22 +49,11 @@ public:
 
 private:
     ScreenTv() {
-        char pattern[] = "/tmp/norvane-bench-XXXXXX";
-        if (mkdtemp(pattern) == nullptr) {
-            throw std::runtime_error("cannot create the TV root");
-        }
-        root_ = pattern;
-        tvsim::Tv& tv = tvsim::Tv::instance();
-        tv.setFilesystemRoot(root_);
-        tv.setTimeScale(1e-9);
+        tvsim::Tv::instance().setTimeScale(1e-9);
         prepare();
     }
-    ~ScreenTv() {
-        std::error_code ignored;
-        fs::remove_all(root_, ignored);
-    }
 
-    std::string root_;
+    TemporaryTvRoot root_;
 };
 
 // What changes between two screenshots.
