@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -254,13 +255,14 @@ bool Font::startsCharacter(char character) {
 }
 
 int32_t Font::textWidth(const std::string& text) const {
-    int32_t width = 0;
+    int64_t width = 0;
     for (const char character : text) {
         if (startsCharacter(character)) {
             width += glyph(character).advance;
         }
     }
-    return width > 0 ? width - scale_ : 0;
+    // No text fits a screen anywhere near this wide; the limit only keeps the sum in range.
+    return static_cast<int32_t>(std::min<int64_t>(width > 0 ? width - scale_ : 0, INT32_MAX / 2));
 }
 
 }  // namespace tvsim

@@ -6,9 +6,8 @@
 #include "Settings.h"
 
 namespace tvsim {
-namespace {
 
-enum class Remote {
+enum class TvSoftware::Remote : int {
     Power,
     VolumeUp,
     VolumeDown,
@@ -30,6 +29,10 @@ enum class Remote {
     SoundMode,
     TvSource,
 };
+
+namespace {
+
+using Remote = TvSoftware::Remote;
 
 struct KeyName {
     const char* name;
@@ -218,34 +221,12 @@ std::vector<SettingWrite> TvSoftware::handleKey(const std::string& key, const Se
             return {};
         case Remote::Back:
         case Remote::Ok:
-            if (prompting) {
-                prompt_.dismiss();
-                return {};
-            }
-            if (menu_.isOpen()) {
-                return handleMenuKey(*remote == Remote::Ok ? MenuKey::Ok : MenuKey::Back, read);
-            }
-            if (*remote == Remote::Ok) {
-                displays_.showBanner(BannerKind::Info, now());
-            } else {
-                displays_.hideBanner();
-            }
-            return {};
+            return handleConfirmation(*remote == Remote::Ok, prompting, read);
         case Remote::Up:
         case Remote::Down:
         case Remote::Left:
-        case Remote::Right: {
-            if (prompting) {
-                return {};
-            }
-            if (menu_.isOpen()) {
-                return handleMenuKey(cursorKeyOf(*remote), read);
-            }
-            if (*remote == Remote::Up || *remote == Remote::Down) {
-                return stepChannel(*remote == Remote::Up ? Step::Forward : Step::Back, read);
-            }
-            return {};
-        }
+        case Remote::Right:
+            return prompting ? std::vector<SettingWrite>{} : handleCursor(*remote, read);
         case Remote::ChannelUp:
             return stepChannel(Step::Forward, read);
         case Remote::ChannelDown:
@@ -270,6 +251,36 @@ std::vector<SettingWrite> TvSoftware::handleKey(const std::string& key, const Se
             menu_.close();
             displays_.showBanner(BannerKind::Source, now());
             return {{keys::kCurrentSource, Value{std::string(kTvSource)}}};
+    }
+    return {};
+}
+
+// OK and BACK close the dialog first, then act in the menu; with neither up, OK brings up the
+// info banner and BACK takes down whatever banner is up.
+std::vector<SettingWrite> TvSoftware::handleConfirmation(bool ok, bool prompting,
+                                                         const SettingReader& read) {
+    if (prompting) {
+        prompt_.dismiss();
+        return {};
+    }
+    if (menu_.isOpen()) {
+        return handleMenuKey(ok ? MenuKey::Ok : MenuKey::Back, read);
+    }
+    if (ok) {
+        displays_.showBanner(BannerKind::Info, now());
+    } else {
+        displays_.hideBanner();
+    }
+    return {};
+}
+
+// The arrows work the menu; with no menu up, up and down step through the channels.
+std::vector<SettingWrite> TvSoftware::handleCursor(Remote remote, const SettingReader& read) {
+    if (menu_.isOpen()) {
+        return handleMenuKey(cursorKeyOf(remote), read);
+    }
+    if (remote == Remote::Up || remote == Remote::Down) {
+        return stepChannel(remote == Remote::Up ? Step::Forward : Step::Back, read);
     }
     return {};
 }

@@ -22,6 +22,9 @@ namespace tvsim {
 
 class TvSoftware {
 public:
+    // The remote's keys that the TV acts on (listed in TvSoftware.cpp).
+    enum class Remote : int;
+
     TvSoftware(Store& store, const ScaledClock& clock) : store_(store), clock_(clock) {}
     TvSoftware(const TvSoftware&) = delete;
     TvSoftware& operator=(const TvSoftware&) = delete;
@@ -50,6 +53,9 @@ private:
     // The key's effect on the software's own state, and the settings it changes (made by the
     // caller, unlocked).
     std::vector<SettingWrite> handleKey(const std::string& key, const SettingReader& read);
+    std::vector<SettingWrite> handleConfirmation(bool ok, bool prompting,
+                                                 const SettingReader& read);
+    std::vector<SettingWrite> handleCursor(Remote remote, const SettingReader& read);
     std::vector<SettingWrite> handleMenuKey(MenuKey key, const SettingReader& read);
     std::vector<SettingWrite> stepVolume(Step step, const SettingReader& read);
     std::vector<SettingWrite> stepChannel(Step step, const SettingReader& read);

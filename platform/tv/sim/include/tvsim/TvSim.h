@@ -58,7 +58,9 @@ public:
     static Tv& instance();
 
     // Forget everything: settings, faults, journal, observers, action handlers, counters; the
-    // screen goes back to 1920x1080 with capture on; the filesystem root and time scale stay.
+    // screen goes back to 1920x1080 with capture on, and the TV's own software to one just
+    // switched on (no channel list, English wording, nothing on screen but the picture); the
+    // filesystem root and time scale stay.
     void reset();
 
     // --- Initial state ---
