@@ -44,9 +44,11 @@ public:
         return {x(left), y(top), x(left + width) - x(left), y(top + height) - y(top)};
     }
     Point point(int32_t designX, int32_t designY) const { return {x(designX), y(designY)}; }
-    // The font whose glyph cells are `designScale` pixels to a cell on a 1080-line screen.
+    // The font whose glyph cells are `designScale` pixels to a cell on a 1080-line screen;
+    // rounded down on other screens, so that text stays within what is laid out for it.
     const Font& font(int32_t designScale) const {
-        return Font::atScale(std::max(1, size(designScale)));
+        return Font::atScale(
+            std::max(1, static_cast<int32_t>(int64_t{designScale} * numerator_ / denominator_)));
     }
 
 private:
