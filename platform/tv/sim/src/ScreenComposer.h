@@ -1,7 +1,7 @@
 // Draws what the screen shows: the source's picture through the picture settings, then the
 // on-screen displays. The picture under the displays is kept until the source, the picture
 // settings or the screen size change, so that a capture usually costs one copy and the displays;
-// and the memory of pictures handed out is used again once they are let go.
+// and the memory of pictures handed out is used again once their last holder lets them go.
 #pragma once
 
 #include <cstdint>
@@ -13,8 +13,15 @@
 
 namespace tvsim {
 
+class PicturePool;
+
 class ScreenComposer {
 public:
+    ScreenComposer();
+    ~ScreenComposer();
+    ScreenComposer(const ScreenComposer&) = delete;
+    ScreenComposer& operator=(const ScreenComposer&) = delete;
+
     // Raw B,G,R,A pixels of `width` x `height`; the same view and size give the same bytes.
     std::shared_ptr<const Picture> compose(const ScreenView& view, int32_t width, int32_t height);
 
@@ -32,12 +39,9 @@ private:
         }
     };
 
-    // The memory of a picture handed out earlier that nobody holds any more, else none.
-    static Picture reclaimed(std::shared_ptr<Picture>& picture);
-
+    std::shared_ptr<PicturePool> pool_;
     std::optional<Background> drawn_;
-    std::shared_ptr<Picture> background_;
-    std::shared_ptr<Picture> frame_;  // the last picture with displays
+    std::shared_ptr<const Picture> background_;
 };
 
 }  // namespace tvsim
