@@ -8,13 +8,13 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "DeviceAgent/SupportView/Project/NorvaneInterfaces.h"
 #include "NorvaneExports.h"
 #include "QuietStdout.h"
+#include "TemporaryTvRoot.h"
 #include "bridge/ZelBizClient.h"
 #include "tvsim/TvSim.h"
 
@@ -48,13 +48,7 @@ public:
 
 private:
     ScreenshotTv() {
-        char pattern[] = "/tmp/norvane-bench-XXXXXX";
-        if (mkdtemp(pattern) == nullptr) {
-            throw std::runtime_error("cannot create the TV root");
-        }
-        root_ = pattern;
         tvsim::Tv& tv = tvsim::Tv::instance();
-        tv.setFilesystemRoot(root_);
         tv.setTimeScale(1000);
         tv.setCaptureEnabled(false);
         master_ = tv.resolvePath("/tmp/screenshot/master.raw");
@@ -67,12 +61,7 @@ private:
         norvane::ZelBizClient::getInstance();
         norvane::RegisterZelBizInterface();
     }
-    ~ScreenshotTv() {
-        std::error_code ignored;
-        fs::remove_all(root_, ignored);
-    }
-
-    std::string root_;
+    TemporaryTvRoot root_;
     std::string master_;
 };
 

@@ -109,16 +109,23 @@ TEST(AgentsimDemo, ToursEverythingAndSavesTheScreen) {
     for (const char* expected :
          {"== Start-up: initialize() ==", "Start biz proxy successfully",
           "18  FFFFFF_LIVE_SUPPORT_RESET_FACTORY_DEFAULTS", "HDMI1 device 1",
-          "TV <- {\"key\":\"marlo.sl2.i32.video.colour.intensity\",\"set\":65}", "[0,\"KEY_OK\"]",
-          "the TV menu shows the code: 123456", "TV <- notify 0, then 2",
-          "saved a 1920 x 1080 frame", "bytes of log", "\nDone.\n"}) {
+          "TV <- {\"key\":\"marlo.sl2.i32.video.colour.intensity\",\"set\":65}", "[0,\"KEY_MENU\"]",
+          "[0,\"KEY_CURSOR_RIGHT\"]", "the TV shows HDMI1: Blu-ray",
+          "on screen: the menu \"Settings\" at \"Picture Mode\" (Energy Saving)",
+          "the picture tool reads the picture mode back: Energy Saving",
+          "the TV menu shows the code: 123456", "on screen: the \"Remote Support\" box", "[123456]",
+          "on screen: \"A support engineer is now connected to your TV.\"",
+          "TV <- notify 0, then 2", "saved a 1920 x 1080 frame", "bytes of log", "\nDone.\n"}) {
         EXPECT_THAT(demo.out, HasSubstr(expected));
     }
-    std::ifstream png(snapshot, std::ios::binary);
-    std::string signature(8, '\0');
-    png.read(signature.data(), 8);
-    EXPECT_EQ(signature, "\x89PNG\r\n\x1a\n");
-    std::remove(snapshot.c_str());
+    for (const std::string& path : {snapshot, testing::TempDir() + "demo-screen-before-keys.png",
+                                    testing::TempDir() + "demo-screen-after-keys.png"}) {
+        std::ifstream png(path, std::ios::binary);
+        std::string signature(8, '\0');
+        png.read(signature.data(), 8);
+        EXPECT_EQ(signature, "\x89PNG\r\n\x1a\n") << path;
+        std::remove(path.c_str());
+    }
 }
 
 }  // namespace

@@ -113,15 +113,38 @@ TEST_F(TvProfile, LoadingResetsThenAppliesSettingsScreenAndFiles) {
     EXPECT_EQ(readTvFile("/bin/blob"), std::string("\x00\x01\x02\xff", 4));
 }
 
+TEST_F(TvProfile, ChannelsAndTextsAreChecked) {
+    EXPECT_EQ(loadError(R"({"channels": {}})"), "tv.json: channels: expected a list of channels");
+    EXPECT_EQ(loadError(R"({"channels": [{"number": 0, "name": "A"}]})"),
+              "tv.json: channels[0].number: expected an integer from 1 to 9999");
+    EXPECT_EQ(
+        loadError(R"({"channels": [{"number": 1, "name": "A"}, {"number": 1, "name": "B"}]})"),
+        "tv.json: channels[1].number: a second channel with this number");
+    EXPECT_EQ(loadError(R"({"channels": [{"number": 1}]})"),
+              "tv.json: channels[0].name: expected a text of at most 40 bytes");
+    EXPECT_EQ(loadError(R"({"channels": [{"number": 1, "name": "A", "picture": "news"}]})"),
+              "tv.json: channels[0].picture: expected \"studio\", \"landscape\", \"pitch\", "
+              "\"city\" or \"bars\"");
+    EXPECT_EQ(loadError(R"({"channels": [{"number": 1, "name": "A", "logo": "x"}]})"),
+              "tv.json: channels[0].logo: unknown member");
+    EXPECT_EQ(loadError(R"({"texts": {"noSignal": 5}})"),
+              "tv.json: texts.\"noSignal\": expected a text of at most 200 bytes");
+    EXPECT_EQ(loadError(R"({"texts": {"nosignal": "Kein Signal"}})"),
+              "tv.json: texts.\"nosignal\": not an on-screen text");
+    EXPECT_EQ(loadError(R"({"texts": {"noSignal": "Kein Signal"},
+                            "channels": [{"number": 9999, "name": "A", "programme": "P"}]})"),
+              "(loaded)");
+}
+
 TEST_F(TvProfile, DefaultProfileDescribesAPlausibleTv) {
     tv().loadDefaultProfile();
     EXPECT_EQ(tv().get("marlo.sl2.str.basic.settings.country"), tvsim::Value(std::string("Usa")));
     EXPECT_EQ(tv().get("marlo.sl2.str.nvfactory.fullbrand"), tvsim::Value(std::string("Norvane")));
     EXPECT_EQ(tv().get("marlo.sl2.i32.sound.main.volume"), tvsim::Value(25));
-    EXPECT_EQ(tv().get("marlo.sl2.vstr.source.input.name"),
-              tvsim::Value(StringList{"TV", "Live TV", "AVS", "Composite", "HDMI1", "Blu-ray",
-                                      "HDMI2", "Sound Bar", "HDMI3", "Game Console", "HDMI4",
-                                      "PC"}));
+    EXPECT_EQ(
+        tv().get("marlo.sl2.vstr.source.input.name"),
+        tvsim::Value(StringList{"TV", "Live TV", "AVS", "Composite", "HDMI1", "Blu-ray", "HDMI2",
+                                "Sound Bar", "HDMI3", "Game Console", "HDMI4", "PC"}));
     StringList format;
     tvtest::connect("marlo.sl2.str.video.diagnosis.info")->getStringVector(format);
     EXPECT_EQ(format.size(), 6u);
@@ -131,6 +154,8 @@ TEST_F(TvProfile, DefaultProfileDescribesAPlausibleTv) {
     EXPECT_FALSE(readTvFile("/certificate/keyname/hdcp2.name").empty());
     EXPECT_EQ(readTvFile("/var/tvservice/servicelist.db").rfind("SQLite format 3", 0), 0u);
     EXPECT_EQ(tv().screenWidth(), 1920);
+    EXPECT_EQ(tv().get("marlo.sl2.str.source.input.current"), tvsim::Value(std::string("HDMI1")));
+    EXPECT_EQ(tv().get("marlo.sl2.i32.tvservice.current.channel"), tvsim::Value(1));
 }
 
 }  // namespace

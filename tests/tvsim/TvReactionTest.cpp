@@ -33,36 +33,27 @@ Bgra pixelAt(const std::string& picture, int32_t width, int32_t x, int32_t y) {
     return pixel;
 }
 
-using TvCapture = tvtest::TvTest;
+// A TV tuned to a test card channel, whose bars are easy to find in a capture.
+class TvCapture : public tvtest::TvTest {
+protected:
+    void SetUp() override {
+        tv().loadProfileText(R"({"settings": {"marlo.sl2.str.source.input.current": "TV"},
+                                 "channels": [{"number": 5, "name": "Test", "picture": "bars"}]})",
+                             "test-card.json");
+    }
+};
 
-TEST_F(TvCapture, WritesARawTestCardOfTheScreenSize) {
+TEST_F(TvCapture, WritesWhatTheScreenShowsAtTheScreenSize) {
     EXPECT_EQ(runAction(kCapture, {"/tmp/screenshot/", "test0.raw"}), 0);
     const std::string picture = readTvFile("/tmp/screenshot/test0.raw");
     ASSERT_EQ(picture.size(), 1920u * 1080u * 4u);
     // Bars are 240 pixels wide; the ramp starts at row 720.
-    EXPECT_EQ(pixelAt(picture, 1920, 0, 0), (Bgra{255, 255, 255, 255}));        // white
-    EXPECT_EQ(pixelAt(picture, 1920, 300, 10), (Bgra{0, 255, 255, 255}));       // yellow
-    EXPECT_EQ(pixelAt(picture, 1920, 1300, 100), (Bgra{0, 0, 255, 255}));       // red
+    EXPECT_EQ(pixelAt(picture, 1920, 0, 400), (Bgra{255, 255, 255, 255}));      // white
+    EXPECT_EQ(pixelAt(picture, 1920, 300, 400), (Bgra{0, 255, 255, 255}));      // yellow
+    EXPECT_EQ(pixelAt(picture, 1920, 1300, 400), (Bgra{0, 0, 255, 255}));       // red
     EXPECT_EQ(pixelAt(picture, 1920, 1500, 700), (Bgra{255, 0, 0, 255}));       // blue
-    EXPECT_EQ(pixelAt(picture, 1920, 1919, 0), (Bgra{0, 0, 0, 255}));           // black
     EXPECT_EQ(pixelAt(picture, 1920, 0, 1079), (Bgra{0, 0, 0, 255}));           // ramp start
     EXPECT_EQ(pixelAt(picture, 1920, 1919, 1079), (Bgra{255, 255, 255, 255}));  // ramp end
-}
-
-TEST_F(TvCapture, CaptionSitsInTheMiddle) {
-    runAction(kCapture, {"/shot/", "a.raw"});
-    const std::string picture = readTvFile("/shot/a.raw");
-    // The middle row crosses cyan, green and magenta bars; only the caption brings black and
-    // white there.
-    int black = 0;
-    int white = 0;
-    for (int32_t x = 480; x < 1440; ++x) {
-        const Bgra pixel = pixelAt(picture, 1920, x, 540);
-        black += pixel == Bgra{0, 0, 0, 255};
-        white += pixel == Bgra{255, 255, 255, 255};
-    }
-    EXPECT_GT(black, 0);
-    EXPECT_GT(white, 0);
 }
 
 TEST_F(TvCapture, FollowsTheConfiguredSizeAndCreatesTheFolder) {
@@ -70,7 +61,8 @@ TEST_F(TvCapture, FollowsTheConfiguredSizeAndCreatesTheFolder) {
     EXPECT_EQ(runAction(kCapture, {"/new/folder/", "small.raw"}), 0);
     const std::string picture = readTvFile("/new/folder/small.raw");
     ASSERT_EQ(picture.size(), 64u * 48u * 4u);
-    EXPECT_EQ(pixelAt(picture, 64, 5 * 8, 0), (Bgra{0, 0, 255, 255}));  // red bar
+    EXPECT_EQ(pixelAt(picture, 64, 5 * 8, 30),
+              (Bgra{0, 0, 255, 255}));  // red bar, below the caption
 }
 
 TEST_F(TvCapture, WritesNothingWhileCaptureIsOff) {

@@ -17,12 +17,11 @@
 namespace agentsim {
 namespace {
 
-constexpr const char* kEnableKey = "marlo.sl2.i32.app.setting.zel.enable";
 constexpr const char* kSessionCodeKey = "marlo.sl2.str.app.setting.zel.session.code";
-constexpr int32_t kRemoteSupportOn = 0xA5A5;
-constexpr int32_t kRemoteSupportOff = 0x5A5A;
 // The session section waits for the plug-in's 3-second polls; it runs time this much faster.
 constexpr double kSessionTimeScale = 50;
+constexpr const char* kPictureTool = "7A31B2_LIVE_SUPPORT_PICTURE_DIAGNOSE_TOOL";
+constexpr const char* kDemoSnapshot = "agentsim-demo-screen.png";
 
 struct Section {
     const char* title;
@@ -110,7 +109,7 @@ void showInspections(Agent& agent, const Options&) {
 }
 
 void showPictureChange(Agent& agent, const Options&) {
-    Zel::Sv::CommandBase* tool = agent.findCommand("7A31B2_LIVE_SUPPORT_PICTURE_DIAGNOSE_TOOL");
+    Zel::Sv::CommandBase* tool = agent.findCommand(kPictureTool);
     if (tool == nullptr) {
         return;
     }
@@ -135,22 +134,46 @@ void showPictureChange(Agent& agent, const Options&) {
     zelsim::takeLogLines();
 }
 
-void showRemoteButtons(Agent& agent, const Options&) {
+// Where the remote-button section saves its snapshots: beside the final one, named after it.
+std::string snapshotPath(const Options& options, const std::string& suffix) {
+    const std::filesystem::path final = options.arguments.empty()
+                                            ? std::filesystem::current_path() / kDemoSnapshot
+                                            : std::filesystem::path(options.arguments[0]);
+    return (final.parent_path() / (final.stem().string() + suffix + ".png")).string();
+}
+
+HandlerResult pressButtons(Agent& agent, const std::vector<std::string>& buttons) {
+    ZelJson::Value input(ZelJson::objectValue);
+    input["BUTTONS"] = ZelJson::Value(ZelJson::arrayValue);
+    for (const std::string& button : buttons) {
+        input["BUTTONS"].append(button);
+    }
+    std::fprintf(agent.out(), "  the engineer presses: %s\n",
+                 simjson::compact(input["BUTTONS"]).c_str());
+    return execute(agent, "FFFFFF_LIVE_SUPPORT_TV_REMOTE_BUTTON", input);
+}
+
+void showRemoteButtons(Agent& agent, const Options& options) {
     const auto volume = [] {
         return std::get<int32_t>(tv().get("marlo.sl2.i32.sound.main.volume"));
     };
+    printTvScreen(agent.out());
+    saveScreen(agent, snapshotPath(options, "-before-keys"));
+    tv().takeJournal();
     const int32_t before = volume();
-    ZelJson::Value input(ZelJson::objectValue);
-    input["BUTTONS"] = ZelJson::Value(ZelJson::arrayValue);
-    input["BUTTONS"].append("VOL_UP");
-    input["BUTTONS"].append("VOL_UP");
-    input["BUTTONS"].append("ENTER");
-    std::fprintf(agent.out(), "  the engineer presses: %s\n",
-                 simjson::compact(input["BUTTONS"]).c_str());
-    const HandlerResult outcome = execute(agent, "FFFFFF_LIVE_SUPPORT_TV_REMOTE_BUTTON", input);
+    const HandlerResult outcome = pressButtons(agent, {"VOL_UP", "MENU", "DOWN", "RIGHT", "RIGHT"});
     std::fprintf(agent.out(), "  result %d; keys sent to the TV:\n", outcome.result);
     printJournal(agent.out());
     std::fprintf(agent.out(), "  the TV's volume went from %d to %d\n", before, volume());
+    printTvScreen(agent.out());
+    saveScreen(agent, snapshotPath(options, "-after-keys"));
+    if (Zel::Sv::CommandBase* tool = agent.findCommand(kPictureTool)) {
+        const HandlerResult settings = agent.get(*tool, ZelJson::Value(ZelJson::objectValue));
+        std::fprintf(agent.out(), "  the picture tool reads the picture mode back: %s\n",
+                     settings.document["PICTURE_MODE"].asString().c_str());
+    }
+    pressButtons(agent, {"EXIT"});
+    tv().takeJournal();
     agent.takeConsoleLines();
     zelsim::takeLogLines();
 }
@@ -171,6 +194,14 @@ bool waitFor(Agent& agent, const std::string& what, const std::function<bool()>&
     return false;
 }
 
+// Keys on the TV's own remote control, in the viewer's hand.
+void viewerPresses(const std::vector<std::string>& keys) {
+    for (const std::string& key : keys) {
+        tv().pressKey(key);
+    }
+    tv().waitUntilDelivered();
+}
+
 void printNotifications(Agent& agent) {
     for (const tvsim::JournalEntry& entry : tv().takeJournal()) {
         if (entry.key == "marlo.sl2.i32.app.setting.zel.notify") {
@@ -185,16 +216,17 @@ void showSession(Agent& agent, const Options& options) {
     tv().setTimeScale(std::max(userScale, kSessionTimeScale));
     tv().takeJournal();
 
-    std::fprintf(out, "  the viewer switches remote support on in the TV menu\n");
-    tv().set(kEnableKey, kRemoteSupportOn);
-    tv().waitUntilDelivered();
-    std::fprintf(out, "  the viewer asks for a session code\n");
-    tv().set(kSessionCodeKey, std::string("session0"));
+    std::fprintf(out,
+                 "  the viewer switches remote support on in the TV menu (MENU, UP, OK, RIGHT)\n");
+    viewerPresses({"KEY_MENU", "KEY_CURSOR_UP", "KEY_OK", "KEY_CURSOR_RIGHT"});
+    std::fprintf(out, "  the viewer asks for a session code (DOWN, OK)\n");
+    viewerPresses({"KEY_CURSOR_DOWN", "KEY_OK"});
     waitFor(agent, "waiting for the code", [] {
         const std::string code = tvText(kSessionCodeKey);
         return code != "session0" && code != "sessionDefault";
     });
     std::fprintf(out, "  the TV menu shows the code: %s\n", tvText(kSessionCodeKey).c_str());
+    printTvScreen(out);
 
     std::fprintf(out, "  the engineer connects with the code\n");
     zelsim::Session session = zelsim::session();
@@ -209,7 +241,8 @@ void showSession(Agent& agent, const Options& options) {
         }
         return false;
     });
-    std::fprintf(out, "  TV <- notify 0, then 1: the menu shows \"connected\"\n");
+    std::fprintf(out, "  TV <- notify 0, then 1: the TV says an engineer is connected\n");
+    printTvScreen(out);
 
     std::fprintf(out, "  the engineer disconnects\n");
     session.state = 6;
@@ -223,11 +256,11 @@ void showSession(Agent& agent, const Options& options) {
         }
         return false;
     });
-    std::fprintf(out, "  TV <- notify 0, then 2: the menu shows \"disconnected\"\n");
+    std::fprintf(out, "  TV <- notify 0, then 2: the TV says the session has ended\n");
+    printTvScreen(out);
 
-    std::fprintf(out, "  the viewer switches remote support off\n");
-    tv().set(kEnableKey, kRemoteSupportOff);
-    tv().waitUntilDelivered();
+    std::fprintf(out, "  the viewer switches remote support off (UP, LEFT, EXIT)\n");
+    viewerPresses({"KEY_CURSOR_UP", "KEY_CURSOR_LEFT", "KEY_EXIT"});
     printNotifications(agent);
     for (const std::string& line : agent.takeConsoleLines()) {
         if (line.find("Session") != std::string::npos || line.find("Remote") != std::string::npos) {
@@ -244,10 +277,9 @@ void showScreen(Agent& agent, const Options& options) {
     std::fprintf(agent.out(), "  frame size %d x %d, media libraries in %s\n",
                  agent.plugin().getVideoWidth(), agent.plugin().getVideoHeight(),
                  agent.plugin().getGstreamerPath().c_str());
-    const std::string path =
-        options.arguments.empty()
-            ? (std::filesystem::current_path() / "agentsim-demo-screen.png").string()
-            : options.arguments[0];
+    const std::string path = options.arguments.empty()
+                                 ? (std::filesystem::current_path() / kDemoSnapshot).string()
+                                 : options.arguments[0];
     if (!saveScreen(agent, path)) {
         std::fprintf(agent.out(), "  (no frame arrived)\n");
     }
@@ -288,7 +320,7 @@ int runDemo(Agent& agent, const Options& options) {
         {"Device identity: createDeviceValuesExt(), GetZelPassword()", showIdentity},
         {"Inspections: one click, one report", showInspections},
         {"Picture settings: the picture diagnose tool", showPictureChange},
-        {"Remote buttons", showRemoteButtons},
+        {"Remote buttons: the engineer works the viewer's TV", showRemoteButtons},
         {"Support session: asked for in the TV menu", showSession},
         {"Screen snapshot: fillVideoBufferExt()", showScreen},
         {"Log download: the device configuration command", showLogDownload},

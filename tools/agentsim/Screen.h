@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
 #include <optional>
 #include <string>
 #include <vector>
@@ -26,5 +27,8 @@ std::optional<Frame> fetchFrame(Agent& agent);
 
 // Fetches a frame and saves it as PNG; returns false (with a message on `out`) when none came.
 bool saveScreen(Agent& agent, const std::string& path);
+
+// What the simulated TV shows now, in a few indented lines for a person.
+void printTvScreen(std::FILE* out);
 
 }  // namespace agentsim

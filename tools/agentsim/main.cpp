@@ -30,8 +30,11 @@ const std::map<std::string, Command>& commands() {
         {"demo",
          {agentsim::runDemo,
           "usage: agentsim [options] demo [SNAPSHOT.png]\n\nA guided tour: start-up, the "
-          "command catalogue, the device identity and a screen snapshot (saved as "
-          "agentsim-demo-screen.png unless named).\n",
+          "command catalogue, the device identity, inspections, picture settings, remote "
+          "buttons working the TV's menu, a session asked for in the TV's menu and a screen "
+          "snapshot (saved as agentsim-demo-screen.png unless named; the snapshots before and "
+          "after the remote buttons are saved beside it, as NAME-before-keys.png and "
+          "NAME-after-keys.png).\n",
           0, 1}},
         {"list",
          {agentsim::runList,
@@ -60,8 +63,9 @@ const std::map<std::string, Command>& commands() {
           1, 2}},
         {"screen",
          {agentsim::runScreen,
-          "usage: agentsim [options] screen FILE.png\n\nFetches screen frames until one "
-          "arrives and saves it as a PNG picture.\n",
+          "usage: agentsim [options] screen FILE.png\n\nSaves what the TV shows now (its "
+          "source's picture, with any menu or on-screen display) as a PNG picture: fetches "
+          "frames through the plug-in until one arrives.\n",
           1, 1}},
         {"run",
          {agentsim::runScript,

@@ -10,6 +10,7 @@
 #include <optional>
 
 #include "JsonText.h"
+#include "OnScreenTexts.h"
 
 namespace tvsim {
 namespace {
@@ -204,6 +205,91 @@ int32_t screenSide(const Json::Value& screen, const std::string& name, const Pro
     return side.asInt();
 }
 
+constexpr int32_t kHighestChannel = 9999;
+constexpr size_t kLongestChannelName = 40;
+constexpr size_t kLongestProgramme = 80;
+
+struct LookName {
+    const char* name;
+    ChannelLook look;
+};
+
+constexpr LookName kLooks[] = {{"studio", ChannelLook::Studio},
+                               {"landscape", ChannelLook::Landscape},
+                               {"pitch", ChannelLook::Pitch},
+                               {"city", ChannelLook::City},
+                               {"bars", ChannelLook::Bars}};
+
+// The member `name` of `object`, a text; `place` names the member.
+std::string textMember(const Json::Value& object, const std::string& name, size_t longest,
+                       const std::string& place, const Problems& problems) {
+    const Json::Value& text = object[name];
+    if (!text.isString() || text.asString().size() > longest) {
+        problems.at(place, "expected a text of at most " + std::to_string(longest) + " bytes");
+    }
+    return text.asString();
+}
+
+ChannelLook lookMember(const Json::Value& channel, const std::string& place,
+                       const Problems& problems) {
+    const Json::Value& picture = channel["picture"];
+    for (const LookName& look : kLooks) {
+        if (picture.isString() && picture.asString() == look.name) {
+            return look.look;
+        }
+    }
+    problems.at(place + ".picture",
+                "expected \"studio\", \"landscape\", \"pitch\", \"city\" or \"bars\"");
+}
+
+// Channels without a picture of their own take the looks in turn.
+std::vector<Channel> parseChannels(const Json::Value& channels, const Problems& problems) {
+    if (!channels.isArray()) {
+        problems.at("channels", "expected a list of channels");
+    }
+    std::vector<Channel> parsed;
+    for (Json::ArrayIndex i = 0; i < channels.size(); ++i) {
+        const std::string place = "channels[" + std::to_string(i) + "]";
+        const Json::Value& entry = channels[i];
+        requireObject(entry, place, problems);
+        requireOnlyMembers(entry, {"number", "name", "programme", "picture"}, place + ".",
+                           problems);
+        Channel channel;
+        const Json::Value& number = entry["number"];
+        if (!number.isInt() || number.asInt() < 1 || number.asInt() > kHighestChannel) {
+            problems.at(place + ".number",
+                        "expected an integer from 1 to " + std::to_string(kHighestChannel));
+        }
+        channel.number = number.asInt();
+        if (std::any_of(parsed.begin(), parsed.end(),
+                        [&](const Channel& other) { return other.number == channel.number; })) {
+            problems.at(place + ".number", "a second channel with this number");
+        }
+        channel.name = textMember(entry, "name", kLongestChannelName, place + ".name", problems);
+        if (entry.isMember("programme")) {
+            channel.programme =
+                textMember(entry, "programme", kLongestProgramme, place + ".programme", problems);
+        }
+        channel.look = entry.isMember("picture") ? lookMember(entry, place, problems)
+                                                 : kLooks[i % std::size(kLooks)].look;
+        parsed.push_back(std::move(channel));
+    }
+    return parsed;
+}
+
+std::map<std::string, std::string> parseTexts(const Json::Value& texts, const Problems& problems) {
+    requireObject(texts, "texts", problems);
+    std::map<std::string, std::string> parsed;
+    for (const std::string& name : texts.getMemberNames()) {
+        const std::string place = memberPlace("texts", name);
+        if (!OnScreenTexts::isName(name)) {
+            problems.at(place, "not an on-screen text");
+        }
+        parsed[name] = textMember(texts, name, OnScreenTexts::kLongestText, place, problems);
+    }
+    return parsed;
+}
+
 }  // namespace
 
 Profile parseProfile(const std::string& text, const std::string& sourceName) {
@@ -215,7 +301,9 @@ Profile parseProfile(const std::string& text, const std::string& sourceName) {
     }
     const Problems problems(sourceName);
     requireObject(document, "the profile", problems);
-    requireOnlyMembers(document, {"description", "settings", "files", "screen"}, "", problems);
+    requireOnlyMembers(document,
+                       {"description", "settings", "files", "screen", "channels", "texts"}, "",
+                       problems);
     if (document.isMember("description") && !document["description"].isString()) {
         problems.at("description", "expected a string");
     }
@@ -233,6 +321,12 @@ Profile parseProfile(const std::string& text, const std::string& sourceName) {
         requireOnlyMembers(screen, {"width", "height"}, "screen.", problems);
         profile.screenWidth = screenSide(screen, "width", problems);
         profile.screenHeight = screenSide(screen, "height", problems);
+    }
+    if (document.isMember("channels")) {
+        profile.channels = parseChannels(document["channels"], problems);
+    }
+    if (document.isMember("texts")) {
+        profile.texts = parseTexts(document["texts"], problems);
     }
     return profile;
 }

@@ -2,9 +2,11 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <string>
 #include <vector>
 
+#include "Channel.h"
 #include "Screen.h"
 #include "Settings.h"
 
@@ -20,6 +22,9 @@ struct Profile {
     std::vector<ProfileFile> files;
     int32_t screenWidth = kDefaultScreenWidth;
     int32_t screenHeight = kDefaultScreenHeight;
+    std::vector<Channel> channels;
+    // On-screen texts in the TV's language, by their names (OnScreenTexts::names()).
+    std::map<std::string, std::string> texts;
 };
 
 // Throws ProfileError naming `sourceName`, the place and the problem.

@@ -1,9 +1,9 @@
 #include "Reactions.h"
 
-#include <algorithm>
 #include <optional>
 
 #include "Service.h"
+#include "SettingKeys.h"
 #include "Status.h"
 #include "Text.h"
 
@@ -11,14 +11,7 @@ namespace tvsim {
 namespace {
 
 constexpr char kEverySetting[] = "marlo.sl2.";
-constexpr char kPictureSettings[] = "marlo.sl2.i32.video.";
 constexpr char kSoundSettings[] = "marlo.sl2.i32.sound.";
-constexpr char kVolumeKey[] = "marlo.sl2.i32.sound.main.volume";
-constexpr char kMuteKey[] = "marlo.sl2.i32.sound.main.mute";
-constexpr char kPictureModeKey[] = "marlo.sl2.i32.video.enum.picture.adjustment";
-constexpr char kCurrentSourceKey[] = "marlo.sl2.str.source.input.current";
-constexpr char kAppNotifyKey[] = "marlo.sl2.i32.app.setting.zel.notify";
-constexpr int32_t kLoudest = 100;
 
 // The data module's operations and the settings group a restore names.
 constexpr char kBackUpOperation[] = "1";
@@ -37,10 +30,6 @@ std::optional<std::string> argument(const ParameterList& arguments, int32_t posi
     return std::nullopt;
 }
 
-int32_t integerSetting(Service& service, const std::string& key) {
-    return std::get<int32_t>(service.store().get(key));
-}
-
 using Reaction = int32_t (*)(Service& service, const ParameterList& arguments);
 
 int32_t captureScreen(Service& service, const ParameterList& arguments) {
@@ -53,7 +42,7 @@ int32_t captureScreen(Service& service, const ParameterList& arguments) {
 }
 
 int32_t resetPicture(Service& service, const ParameterList&) {
-    service.restoreProfileValues(kPictureSettings);
+    service.restoreProfileValues(keys::kPictureSettings);
     return status::kOk;
 }
 
@@ -70,33 +59,27 @@ int32_t factoryReset(Service& service, const ParameterList&) {
 int32_t operateDataModule(Service& service, const ParameterList& arguments) {
     const std::optional<std::string> operation = argument(arguments, 0);
     if (operation == kBackUpOperation) {
-        service.backUp({kPictureSettings, kSoundSettings});
+        service.backUp({keys::kPictureSettings, kSoundSettings});
         return status::kOk;
     }
     if (operation == kRestoreOperation) {
         const std::optional<std::string> group = argument(arguments, 1);
         if (group == kRestoreSound || group == kRestorePicture) {
-            const bool restored =
-                service.restoreBackup(group == kRestoreSound ? kSoundSettings : kPictureSettings);
+            const bool restored = service.restoreBackup(
+                group == kRestoreSound ? kSoundSettings : keys::kPictureSettings);
             return restored ? status::kOk : status::kFailed;
         }
     }
     return status::kBadArguments;
 }
 
-// The remote control keys the simulated TV acts on; others are accepted and ignored.
+// A remote key for the TV's software; keys it does not know are accepted and change nothing.
 int32_t sendKey(Service& service, const ParameterList& arguments) {
     const std::optional<std::string> key = argument(arguments, 0);
     if (!key) {
         return status::kBadArguments;
     }
-    if (*key == "KEY_VOLUME_UP" || *key == "KEY_VOLUME_DOWN") {
-        const int32_t step = *key == "KEY_VOLUME_UP" ? 1 : -1;
-        const int32_t volume = std::clamp(integerSetting(service, kVolumeKey) + step, 0, kLoudest);
-        service.store().set(kVolumeKey, volume);
-    } else if (*key == "KEY_MUTE") {
-        service.store().set(kMuteKey, integerSetting(service, kMuteKey) == 0 ? 1 : 0);
-    }
+    service.software().pressKey(*key);
     return status::kOk;
 }
 
@@ -106,7 +89,7 @@ int32_t setPictureAdjustment(Service& service, const ParameterList& arguments) {
     if (!mode) {
         return status::kBadArguments;
     }
-    service.store().set(kPictureModeKey, *mode);
+    service.store().set(keys::kPictureMode, *mode);
     return status::kOk;
 }
 
@@ -150,12 +133,12 @@ ActionHandler builtInActionHandler(Service& service, const std::string& key) {
 
 void reactToWrite(Service& service, const std::string& key, const Value& value) {
     const auto* notification = std::get_if<int32_t>(&value);
-    if (key != kAppNotifyKey || notification == nullptr) {
+    if (key != keys::kAppNotify || notification == nullptr) {
         return;
     }
     for (const SourceSwitch& change : kSourceSwitches) {
         if (*notification == change.notification) {
-            service.store().set(kCurrentSourceKey, std::string(change.source));
+            service.store().set(keys::kCurrentSource, std::string(change.source));
         }
     }
 }

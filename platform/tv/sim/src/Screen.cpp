@@ -31,17 +31,12 @@ void Screen::setCaptureEnabled(bool enabled) {
     captureEnabled_ = enabled;
 }
 
-std::shared_ptr<const Picture> Screen::capture() {
+std::shared_ptr<const Picture> Screen::capture(const ScreenView& view) {
     std::lock_guard<std::mutex> lock(mutex_);
     if (!captureEnabled_) {
         return nullptr;
     }
-    if (!rendered_ || renderedWidth_ != width_ || renderedHeight_ != height_) {
-        rendered_ = std::make_shared<const Picture>(renderTestCard(width_, height_));
-        renderedWidth_ = width_;
-        renderedHeight_ = height_;
-    }
-    return rendered_;
+    return composer_.compose(view, width_, height_);
 }
 
 void Screen::reset() {

@@ -1,11 +1,13 @@
-// The TV's screen as a capture sees it.
+// The TV's screen as a capture sees it: its size, whether capture works, and the picture of what
+// the TV shows.
 #pragma once
 
 #include <cstdint>
 #include <memory>
 #include <mutex>
 
-#include "TestCard.h"
+#include "ScreenComposer.h"
+#include "ScreenView.h"
 
 namespace tvsim {
 
@@ -20,9 +22,8 @@ public:
     int32_t width() const;
     int32_t height() const;
     void setCaptureEnabled(bool enabled);
-    // The picture a capture takes now, or null while capture is off. The picture of a size is
-    // rendered once and then shared.
-    std::shared_ptr<const Picture> capture();
+    // The picture of `view` a capture takes now, or null while capture is off.
+    std::shared_ptr<const Picture> capture(const ScreenView& view);
     // Default size, capture on.
     void reset();
 
@@ -31,9 +32,7 @@ private:
     int32_t width_ = kDefaultScreenWidth;
     int32_t height_ = kDefaultScreenHeight;
     bool captureEnabled_ = true;
-    std::shared_ptr<const Picture> rendered_;
-    int32_t renderedWidth_ = 0;
-    int32_t renderedHeight_ = 0;
+    ScreenComposer composer_;
 };
 
 }  // namespace tvsim

@@ -14,6 +14,9 @@ Service& Service::instance() {
 }
 
 Service::Service() {
+    store_.setChangeListener([this](const std::string& key, const Value& value) {
+        software_.settingChanged(key, value);
+    });
     // The service outlives static destruction; only its thread is ended at exit, so that no
     // notification runs while the process tears down.
     std::atexit([] { Service::instance().store().shutdown(); });
@@ -25,6 +28,7 @@ void Service::reset() {
     journal_.take();
     connections_.forgetAll();
     screen_.reset();
+    software_.reset();
     {
         std::lock_guard<std::mutex> lock(mutex_);
         actionHandlers_.clear();
@@ -40,6 +44,8 @@ void Service::reset() {
 void Service::loadProfile(const Profile& profile, const std::string& sourceName) {
     reset();
     store_.setAll(profile.settings);
+    // Switched on afresh: what loading the settings showed is gone.
+    software_.configure(profile.channels, profile.texts);
     {
         std::lock_guard<std::mutex> lock(mutex_);
         profileValues_ = profile.settings;
@@ -156,7 +162,7 @@ bool Service::restoreBackup(const std::string& prefix) {
 }
 
 bool Service::captureScreen(const std::string& tvPath) {
-    const std::shared_ptr<const Picture> picture = screen_.capture();
+    const std::shared_ptr<const Picture> picture = screen_.capture(software_.view());
     if (!picture) {
         return true;
     }

@@ -18,6 +18,7 @@
 #include "ScaledClock.h"
 #include "Screen.h"
 #include "Store.h"
+#include "TvSoftware.h"
 
 namespace tvsim {
 
@@ -31,6 +32,7 @@ public:
     Screen& screen() { return screen_; }
     Filesystem& filesystem() { return filesystem_; }
     ScaledClock& clock() { return clock_; }
+    TvSoftware& software() { return software_; }
 
     // Everything back to a TV that was never set up, except the filesystem root and the time
     // scale.
@@ -63,7 +65,7 @@ public:
     void backUp(const std::vector<std::string>& prefixes);
     // False when nothing was backed up.
     bool restoreBackup(const std::string& prefix);
-    // Writes a capture of the screen to a TV path (nothing while capture is off).
+    // Writes a capture of what the screen shows now to a TV path (nothing while capture is off).
     bool captureScreen(const std::string& tvPath);
 
 private:
@@ -77,6 +79,7 @@ private:
     Screen screen_;
     Filesystem filesystem_;
     ScaledClock clock_;
+    TvSoftware software_{store_, clock_};
 
     mutable std::mutex mutex_;  // guards the members below
     std::map<std::string, ActionHandler> actionHandlers_;

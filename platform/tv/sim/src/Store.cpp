@@ -92,6 +92,9 @@ bool Store::putLocked(const std::string& key, const Value& value) {
     if (!settings_.put(key, value)) {
         return true;
     }
+    if (listener_) {
+        listener_(key, value);
+    }
     const auto [first, last] = observers_.equal_range(key);
     for (auto it = first; it != last; ++it) {
         if (Dispatcher::Delivery delivery = deliveryFor(it->second.observer, type, value)) {

@@ -3,9 +3,11 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <mutex>
 #include <string>
+#include <utility>
 
 #include "Dispatcher.h"
 #include "Settings.h"
@@ -18,6 +20,10 @@ namespace tvsim {
 
 class Store {
 public:
+    // Hears every change of a value, by anyone, in the order the changes are made: it is called
+    // with the store's lock held, so it must not use the store.
+    using ChangeListener = std::function<void(const std::string& key, const Value& value)>;
+
     Store() = default;
     Store(const Store&) = delete;
     Store& operator=(const Store&) = delete;
@@ -40,6 +46,9 @@ public:
     // Forgets every value and observer; notifications not yet delivered are dropped.
     void clear();
 
+    // Set once, before the store is used.
+    void setChangeListener(ChangeListener listener) { listener_ = std::move(listener); }
+
     void waitUntilDelivered() { dispatcher_.waitUntilDelivered(); }
     void shutdown() { dispatcher_.shutdown(); }
 
@@ -57,6 +66,7 @@ private:
     std::multimap<std::string, Registration> observers_;  // per key in attach order
     uint64_t lastRegistration_ = 0;
     Dispatcher dispatcher_;
+    ChangeListener listener_;
 };
 
 }  // namespace tvsim

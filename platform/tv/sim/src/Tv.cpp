@@ -4,7 +4,9 @@
 #include <sstream>
 
 #include "EmbeddedText.h"
+#include "JsonText.h"
 #include "Profile.h"
+#include "ScreenDescription.h"
 #include "Service.h"
 
 namespace tvsim {
@@ -99,6 +101,14 @@ int32_t Tv::screenHeight() const {
 
 void Tv::setCaptureEnabled(bool enabled) {
     state_->service.screen().setCaptureEnabled(enabled);
+}
+
+std::string Tv::describeScreen() const {
+    return simjson::compact(tvsim::describeScreen(state_->service.software().view()));
+}
+
+void Tv::pressKey(const std::string& key) {
+    state_->service.software().pressKey(key);
 }
 
 void Tv::setActionHandler(const std::string& key, ActionHandler handler) {

@@ -74,7 +74,9 @@ public:
     static Tv& instance();
 
     // Forget everything: settings, faults, journal, observers, action handlers, counters; the
-    // screen goes back to 1920x1080 with capture on; the filesystem root and time scale stay.
+    // screen goes back to 1920x1080 with capture on, and the TV's own software to one just
+    // switched on (no channel list, English wording, nothing on screen but the picture); the
+    // filesystem root and time scale stay.
     void reset();
 
     // --- Initial state ---
@@ -83,10 +85,16 @@ public:
     //   "description": "text",
     //   "settings": { "<key>": 42 | "text" | ["a", "b"] | [1, 2], ... },
     //   "files":    { "/absolute/path": "text" | {"base64": "..."}, ... },
-    //   "screen":   { "width": 1920, "height": 1080 }
+    //   "screen":   { "width": 1920, "height": 1080 },
+    //   "channels": [ { "number": 1, "name": "text", "programme": "text",
+    //                   "picture": "studio" | "landscape" | "pitch" | "city" | "bars" }, ... ],
+    //   "texts":    { "noSignal": "text", ... }
     // }
-    // Settings are checked against their key's type. Files are written below the filesystem
-    // root (not at all while no root is set). Throws ProfileError.
+    // Settings are checked against their key's type; among them the initial source
+    // ("marlo.sl2.str.source.input.current") and channel ("marlo.sl2.i32.tvservice.current.
+    // channel", a number of the channel list). Files are written below the filesystem root (not
+    // at all while no root is set). "texts" gives on-screen texts in the TV's language, by name
+    // (English where none is given). Throws ProfileError.
     void loadProfileText(const std::string& text, const std::string& sourceName);
     void loadProfileFile(const std::string& path);
     // A plausible TV: identity, picture and sound state, sources, tuner, network, key files,
@@ -114,6 +122,16 @@ public:
     int32_t screenHeight() const;
     // With capture off the capture action writes nothing.
     void setCaptureEnabled(bool enabled);
+    // What the screen shows now, in words: one line of JSON with the source and what it shows,
+    // the picture settings, and each on-screen display that is up ("banner", "volume", "menu",
+    // "dialog", "notice", "badge").
+    std::string describeScreen() const;
+
+    // --- The viewer ---
+    // A key pressed on the TV's own remote control, by the TV's key name ("KEY_MENU",
+    // "KEY_CURSOR_DOWN", "KEY_OK", ...: the names the key-injection action takes). It acts as a
+    // key sent by the plug-in does, but nothing is journaled.
+    void pressKey(const std::string& key);
 
     // --- Reactions ---
     // Replaces the TV's own reaction to an action key (the built-in ones: screen capture,
