@@ -217,18 +217,32 @@ class ConsoleInTheBrowser(unittest.TestCase):
         saturation = self.css("input[data-input='COLOUR_SATURATION']")
         self.assertEqual((saturation.get_attribute("min"), saturation.get_attribute("max")), ("0", "100"))
 
+    def still_screen(self):
+        """The canvas once it has stayed the same for five frames: earlier presses' banners gone."""
+        seen = {"cells": None, "frame": 0}
+
+        def unchanged_for_a_while(driver):
+            cells = driver.execute_script(CANVAS_CELLS)
+            if cells != seen["cells"]:
+                seen.update(cells=cells, frame=self.frames_shown())
+                return False
+            return self.frames_shown() >= seen["frame"] + 5 and cells
+
+        return self.wait_for(unchanged_for_a_while, "a still screen")
+
     def test_menu_on_the_remote_shows_the_tvs_menu_on_the_live_screen(self):
-        self.wait_for_frames(2)
-        before = self.driver.execute_script(CANVAS_CELLS)
+        before = self.still_screen()
         self.press("MENU")
         changed = self.wait_for(
             lambda d: [i for i, (a, b) in enumerate(zip(before, d.execute_script(CANVAS_CELLS))) if a != b],
             "the menu on the live screen")
-        columns = sorted({i % 16 for i in changed})
-        rows = sorted({i // 16 for i in changed})
-        print(f"MENU changed cells in columns {columns[0]}-{columns[-1]}, rows {rows[0]}-{rows[-1]}",
-              file=sys.stderr)
+        # The TV draws its menu as a panel on the left: from x 80 to 880 and y 100 down, on a
+        # 1080-line screen, that is the cells of the left half of the 16 x 9 grid.
+        cells = {(i % 16, i // 16) for i in changed}
+        self.assertIn((1, 1), cells, "the menu's title")
+        self.assertTrue(all(column <= 7 for column, _ in cells), f"changes outside the menu: {sorted(cells)}")
         self.press("EXIT")
+        self.wait_for(lambda d: d.execute_script(CANVAS_CELLS) == before, "the menu to close")
 
     def test_keyboard_on_the_screen_presses_remote_buttons(self):
         canvas = self.css("#screen")
@@ -295,7 +309,10 @@ class ConsoleInTheBrowser(unittest.TestCase):
         self.open_command(PICTURE_TOOL)
         self.wait_for(lambda d: "current values read" in self.css("#command-view [role=status]").text, "the form")
         self.execute_and_wait()
-        self.wait_for_frames(2)
+        # The TV's menu on the live screen, as the engineer sees it after pressing MENU.
+        before = self.still_screen()
+        self.press("MENU")
+        self.wait_for(lambda d: d.execute_script(CANVAS_CELLS) != before, "the menu on the live screen")
         height = self.driver.execute_script("return document.documentElement.scrollHeight")
         self.driver.set_window_size(1600, height + 120)
         self.driver.execute_script("window.scrollTo(0, 0)")
@@ -305,6 +322,7 @@ class ConsoleInTheBrowser(unittest.TestCase):
         self.assertTrue(self.driver.save_screenshot(path))
         print(f"screenshot: {path}", file=sys.stderr)
         self.driver.set_window_size(1600, 1300)
+        self.press("EXIT")
 
 
 def main():
