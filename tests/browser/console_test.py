@@ -265,7 +265,7 @@ class ConsoleInTheBrowser(unittest.TestCase):
         connect = self.css("#engineer-connect")
         self.wait_for(lambda d: connect.is_enabled(), "the engineer's connect button")
         connect.click()
-        self.wait_for(lambda d: self.css("#tv-notice").text == "An engineer is connected to this TV.",
+        self.wait_for(lambda d: self.css("#tv-notice").text == "Last notice to the TV: An engineer is connected to this TV.",
                       "the connected notice on the TV panel")
         self.wait_for(lambda d: self.feed_has("(the TV shows: an engineer is connected)"),
                       "the connect notice in the feed")

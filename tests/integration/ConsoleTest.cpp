@@ -295,6 +295,9 @@ TEST_F(Console, RunsTheSessionFlowOfTheTvMenuAndTheAgentsServer) {
     EXPECT_EQ(state["tv"]["remoteSupport"], "on");
     EXPECT_EQ(state["host"]["state"], 4);
     EXPECT_EQ(state["host"]["code"], "123456");
+    state =
+        stateWhen([](const Json::Value& s) { return s["screen"]["dialog"]["code"] == "123456"; });
+    EXPECT_EQ(state["screen"]["dialog"]["title"], "Remote Support") << "the TV shows the code";
 
     postJson("/api/host/engineer", R"({"connected":true})");
     state = stateWhen([](const Json::Value& s) { return s["tv"]["notify"] == 1; });

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <sstream>
 
+#include "JsonText.h"
 #include "ScriptValues.h"
 #include "SessionSettings.h"
 #include "tvsim/TvSim.h"
@@ -157,6 +158,9 @@ Json::Value ConsoleBackend::state() const {
     answer["tv"] = tvState;
     answer["host"] = host;
     answer["timeScale"] = tv().timeScale();
+    // What the TV's screen shows now, in the TV's own words (its dialogs and notices included).
+    simjson::ParseError ignored;
+    simjson::parse(tv().describeScreen(), answer["screen"], ignored);
     return answer;
 }
 

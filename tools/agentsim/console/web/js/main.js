@@ -48,7 +48,7 @@ function start() {
     clearButton: $('#feed-clear'),
     connection: $('#connection'),
     onState: (state) => {
-      tvMenu.show(state.tv);
+      tvMenu.show(state.tv, state.screen);
       server.show(state);
     },
   });

@@ -2,12 +2,10 @@
 // feed sends and changes it through the console's API.
 import { element, getJson, postJson } from './api.js';
 
-const ERROR_WORDS = {
-  networkError: 'The TV cannot reach the support server. Check the network and try again.',
-  serverError: 'The support server could not start a session. Try again later.',
-  connectedAlready: 'A support session is already running.',
-};
+// The words the plug-in writes to the session-code setting when no code came.
+const ERROR_WORDS = new Set(['networkError', 'serverError', 'connectedAlready']);
 
+// What the plug-in last told the TV through the notify setting (after its leading 0).
 const NOTICES = {
   1: { kind: 'connected', text: 'An engineer is connected to this TV.' },
   2: { kind: 'ended', text: 'The remote support session has ended.' },
@@ -28,45 +26,52 @@ async function act(status, call) {
   }
 }
 
+function showText(node, text) {
+  node.hidden = !text;
+  node.textContent = text ?? '';
+}
+
 export class TvMenu {
   constructor(root) {
-    this.on = root.querySelector('#support-on');
-    this.off = root.querySelector('#support-off');
-    this.getCode = root.querySelector('#get-code');
-    this.code = root.querySelector('#tv-code');
-    this.note = root.querySelector('#tv-code-note');
-    this.notice = root.querySelector('#tv-notice');
-    this.on.addEventListener('click', () => act(this.note, () => postJson('/api/tv/remote-support', { on: true })));
-    this.off.addEventListener('click', () => act(this.note, () => postJson('/api/tv/remote-support', { on: false })));
-    this.getCode.addEventListener('click', () => act(this.note, () => postJson('/api/tv/session-code', {})));
+    const $ = (selector) => root.querySelector(selector);
+    this.on = $('#support-on');
+    this.off = $('#support-off');
+    this.getCode = $('#get-code');
+    this.dialogTitle = $('#tv-dialog-title');
+    this.code = $('#tv-code');
+    this.dialogText = $('#tv-dialog-text');
+    this.screenNotice = $('#tv-screen-notice');
+    this.badge = $('#tv-badge');
+    this.setting = $('#tv-code-setting');
+    this.notice = $('#tv-notice');
+    const status = this.dialogText;
+    this.on.addEventListener('click', () => act(status, () => postJson('/api/tv/remote-support', { on: true })));
+    this.off.addEventListener('click', () => act(status, () => postJson('/api/tv/remote-support', { on: false })));
+    this.getCode.addEventListener('click', () => act(status, () => postJson('/api/tv/session-code', {})));
   }
 
-  show(tv) {
+  // `tv`: the remote-support settings; `screen`: what the TV's screen shows, in its own words.
+  show(tv, screen = {}) {
     pressed(this.on, this.off, tv.remoteSupport === 'on' ? true : tv.remoteSupport === 'off' ? false : null);
-    const word = tv.sessionCode;
-    if (word === 'session0') {
-      this.code.dataset.kind = 'idle';
-      this.code.textContent = 'asking…';
-      this.note.textContent = 'The TV asked the plug-in for a code.';
-    } else if (!word || word === 'sessionDefault') {
+    const dialog = screen.dialog;
+    this.dialogTitle.textContent = dialog ? dialog.title : '';
+    this.dialogText.textContent = dialog ? dialog.text.join(' ') : '';
+    if (dialog && dialog.code) {
+      this.code.dataset.kind = 'code';
+      this.code.textContent = dialog.code;
+    } else if (ERROR_WORDS.has(tv.sessionCode)) {
+      this.code.dataset.kind = 'error';
+      this.code.textContent = tv.sessionCode;
+    } else {
       this.code.dataset.kind = 'idle';
       this.code.textContent = '—';
-      this.note.textContent = tv.remoteSupport === 'on' ? 'No code asked for yet.' : 'Remote support is off.';
-    } else if (ERROR_WORDS[word]) {
-      this.code.dataset.kind = 'error';
-      this.code.textContent = word;
-      this.note.textContent = ERROR_WORDS[word];
-    } else {
-      this.code.dataset.kind = 'code';
-      this.code.textContent = word;
-      this.note.textContent = 'The viewer reads this code out to the engineer.';
     }
+    showText(this.screenNotice, screen.notice);
+    showText(this.badge, screen.badge);
+    this.setting.textContent = tv.sessionCode || '(empty)';
     const notice = NOTICES[tv.notify];
-    this.notice.hidden = !notice;
-    if (notice) {
-      this.notice.dataset.kind = notice.kind;
-      this.notice.textContent = notice.text;
-    }
+    showText(this.notice, notice ? `Last notice to the TV: ${notice.text}` : '');
+    if (notice) this.notice.dataset.kind = notice.kind;
   }
 }
 
