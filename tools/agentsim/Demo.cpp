@@ -234,8 +234,7 @@ void showSession(Agent& agent, const Options& options) {
     zelsim::setSession(session);
     waitFor(agent, "waiting for the plug-in to notice", [] {
         for (const auto& entry : tv().takeJournal()) {
-            if (entry.key == kSessionNotifyKey &&
-                std::get<int32_t>(entry.value) == 1) {
+            if (entry.key == kSessionNotifyKey && std::get<int32_t>(entry.value) == 1) {
                 return true;
             }
         }
@@ -249,8 +248,7 @@ void showSession(Agent& agent, const Options& options) {
     zelsim::setSession(session);
     waitFor(agent, "waiting for the plug-in to notice", [] {
         for (const auto& entry : tv().takeJournal()) {
-            if (entry.key == kSessionNotifyKey &&
-                std::get<int32_t>(entry.value) == 2) {
+            if (entry.key == kSessionNotifyKey && std::get<int32_t>(entry.value) == 2) {
                 return true;
             }
         }
