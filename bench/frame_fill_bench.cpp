@@ -13,6 +13,7 @@
 
 #include "DeviceAgent/SupportView/Project/NorvaneInterfaces.h"
 #include "NorvaneExports.h"
+#include "QuietStdout.h"
 #include "TemporaryTvRoot.h"
 #include "bridge/ZelBizClient.h"
 #include "tvsim/TvSim.h"
@@ -62,28 +63,6 @@ private:
     }
     TemporaryTvRoot root_;
     std::string master_;
-};
-
-// The plug-in logs every frame on standard output; keep that out of the result table.
-class QuietStdout {
-public:
-    QuietStdout() {
-        std::fflush(stdout);
-        saved_ = dup(STDOUT_FILENO);
-        const int null = open("/dev/null", O_WRONLY);
-        dup2(null, STDOUT_FILENO);
-        close(null);
-    }
-    ~QuietStdout() {
-        std::fflush(stdout);
-        dup2(saved_, STDOUT_FILENO);
-        close(saved_);
-    }
-    QuietStdout(const QuietStdout&) = delete;
-    QuietStdout& operator=(const QuietStdout&) = delete;
-
-private:
-    int saved_ = -1;
 };
 
 void BM_FillFrame1080p(benchmark::State& state) {

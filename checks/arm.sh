@@ -38,7 +38,7 @@ target_packages=(
 )
 
 # What the suite needs; the benchmarks are left out.
-targets=(norvane_zel agentsim unit_tests integration_tests tvsim_tests hostsim_tests)
+targets=(norvane_zel agentsim unit_tests integration_tests tvsim_tests hostsim_tests console_tests)
 
 
 install_packages() {

@@ -39,7 +39,7 @@ floor_of() {
 install_missing_packages coverage "${packages[@]}"
 
 # What the suite runs; the benchmarks are left out.
-targets=(norvane_zel agentsim unit_tests integration_tests tvsim_tests hostsim_tests stress_tests)
+targets=(norvane_zel agentsim unit_tests integration_tests tvsim_tests hostsim_tests stress_tests console_tests)
 
 cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=Debug -DNORVANE_COVERAGE=ON >/dev/null
 cmake --build "$build" -j "$jobs" --target "${targets[@]}"

@@ -10,6 +10,7 @@
 #include "Progress.h"
 #include "Screen.h"
 #include "ScriptValues.h"
+#include "SessionSettings.h"
 #include "tvsim/TvSim.h"
 #include "zel/core/Base64Util.h"
 #include "zelsim/HostSim.h"
@@ -17,7 +18,6 @@
 namespace agentsim {
 namespace {
 
-constexpr const char* kSessionCodeKey = "marlo.sl2.str.app.setting.zel.session.code";
 // The session section waits for the plug-in's 3-second polls; it runs time this much faster.
 constexpr double kSessionTimeScale = 50;
 constexpr const char* kPictureTool = "7A31B2_LIVE_SUPPORT_PICTURE_DIAGNOSE_TOOL";
@@ -204,7 +204,7 @@ void viewerPresses(const std::vector<std::string>& keys) {
 
 void printNotifications(Agent& agent) {
     for (const tvsim::JournalEntry& entry : tv().takeJournal()) {
-        if (entry.key == "marlo.sl2.i32.app.setting.zel.notify") {
+        if (entry.key == kSessionNotifyKey) {
             std::fprintf(agent.out(), "  TV <- notify %d\n", std::get<int32_t>(entry.value));
         }
     }
@@ -234,8 +234,7 @@ void showSession(Agent& agent, const Options& options) {
     zelsim::setSession(session);
     waitFor(agent, "waiting for the plug-in to notice", [] {
         for (const auto& entry : tv().takeJournal()) {
-            if (entry.key == "marlo.sl2.i32.app.setting.zel.notify" &&
-                std::get<int32_t>(entry.value) == 1) {
+            if (entry.key == kSessionNotifyKey && std::get<int32_t>(entry.value) == 1) {
                 return true;
             }
         }
@@ -249,8 +248,7 @@ void showSession(Agent& agent, const Options& options) {
     zelsim::setSession(session);
     waitFor(agent, "waiting for the plug-in to notice", [] {
         for (const auto& entry : tv().takeJournal()) {
-            if (entry.key == "marlo.sl2.i32.app.setting.zel.notify" &&
-                std::get<int32_t>(entry.value) == 2) {
+            if (entry.key == kSessionNotifyKey && std::get<int32_t>(entry.value) == 2) {
                 return true;
             }
         }

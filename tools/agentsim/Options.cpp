@@ -39,6 +39,7 @@ const char* const kUsage =
     "  exec ID [JSON]     executes a command\n"
     "  screen FILE.png    saves a screen frame\n"
     "  run FILE|-         the scripted runner (JSON lines)\n"
+    "  console            the support console, a web page (--port N, --listen ADDRESS)\n"
     "\n"
     "Each command accepts --help. JSON documents (arguments, profiles, script lines) are one\n"
     "object or array each, with nothing after it, nested at most 64 deep.\n"

@@ -11,7 +11,8 @@ bool isTerminal(std::FILE* out) {
     return isatty(fileno(out)) != 0;
 }
 
-// The console frames as they read, without the tab and line feeds that carry them.
+}  // namespace
+
 std::string readable(const std::string& framed) {
     std::string text;
     for (char c : framed) {
@@ -26,8 +27,6 @@ std::string readable(const std::string& framed) {
     }
     return text;
 }
-
-}  // namespace
 
 void printHeading(std::FILE* out, const std::string& title) {
     if (isTerminal(out)) {

@@ -367,13 +367,7 @@ void ScriptRunner::addPluginOperations() {
         Json::Value answer(Json::objectValue);
         answer["commands"] = Json::Value(Json::arrayValue);
         for (const CommandSummary& summary : agent_.catalogue()) {
-            Json::Value entry(Json::objectValue);
-            entry["index"] = summary.index;
-            entry["id"] = summary.id;
-            entry["kind"] = summary.kind;
-            entry["timeoutMs"] = summary.timeoutMs;
-            entry["mask"] = summary.mask;
-            answer["commands"].append(entry);
+            answer["commands"].append(commandSummaryToJson(summary));
         }
         return answer;
     });

@@ -74,6 +74,16 @@ Json::Value settingToJson(const tvsim::Value& value) {
     return json;
 }
 
+Json::Value commandSummaryToJson(const CommandSummary& summary) {
+    Json::Value json(Json::objectValue);
+    json["index"] = summary.index;
+    json["id"] = summary.id;
+    json["kind"] = summary.kind;
+    json["timeoutMs"] = summary.timeoutMs;
+    json["mask"] = summary.mask;
+    return json;
+}
+
 Json::Value journalEntryToJson(const tvsim::JournalEntry& entry) {
     Json::Value json(Json::objectValue);
     json["key"] = entry.key;

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "Agent.h"
 #include "tvsim/TvSim.h"
 
 namespace agentsim {
@@ -15,6 +16,9 @@ namespace agentsim {
 // Returns nothing when the value cannot be stored under the key.
 std::optional<tvsim::Value> settingFromJson(const std::string& key, const Json::Value& value);
 Json::Value settingToJson(const tvsim::Value& value);
+
+// A catalogue entry's number, id, kind, timeout and handler mask.
+Json::Value commandSummaryToJson(const CommandSummary& summary);
 
 // {"key":K,"set":V} or {"key":K,"action":[[tag,text],...]}
 Json::Value journalEntryToJson(const tvsim::JournalEntry& entry);

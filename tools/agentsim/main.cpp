@@ -7,6 +7,7 @@
 
 #include "Agent.h"
 #include "Commands.h"
+#include "ConsoleCommand.h"
 #include "Options.h"
 #include "Output.h"
 #include "SimulatedTv.h"
@@ -84,6 +85,7 @@ const std::map<std::string, Command>& commands() {
           "Exit status 0 once every line is answered (an \"error\" answer included); 2 when "
           "the script cannot be read; 3 when the answers cannot be written.\n",
           1, 1}},
+        {"console", {agentsim::runConsole, agentsim::kConsoleHelp, 0, 4}},
         {"device-values",
          {agentsim::runDeviceValues,
           "usage: agentsim [options] device-values\n\nThe model and platform values the "
