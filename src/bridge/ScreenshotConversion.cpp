@@ -27,6 +27,12 @@ static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "pixel words are read l
 constexpr size_t kBlockBytes = 256 * 1024;
 static_assert(kBlockBytes % kBytesPerPixel == 0, "blocks hold whole pixels");
 
+// Some CPUs copy a file's cached page several times slower into memory that starts a few bytes
+// past the page's own place in a page, as a 32-bit C library's large allocation does (8 bytes
+// in). Cached pages start on cache lines: a copy to the same place in a line is never that close.
+constexpr size_t kCacheLineBytes = 64;
+static_assert(kBlockBytes % kCacheLineBytes == 0, "blocks start on cache lines in the file");
+
 bool always() {
     return true;
 }
@@ -36,24 +42,34 @@ inline uint32_t swapRedAndBlue(uint32_t pixel) {
     return (pixel & 0xFF00FF00u) | ((pixel >> 16) & 0xFFu) | ((pixel & 0xFFu) << 16);
 }
 
-void convertEachPixel(unsigned char* pixels, size_t count) {
+// Each pixel is read before it is written, so `to` may lie on or below `from`.
+void convertEachPixel(unsigned char* to, const unsigned char* from, size_t count) {
     for (size_t at = 0; at < count * kBytesPerPixel; at += kBytesPerPixel) {
         uint32_t pixel;
-        std::memcpy(&pixel, pixels + at, sizeof pixel);
+        std::memcpy(&pixel, from + at, sizeof pixel);
         pixel = swapRedAndBlue(pixel);
-        std::memcpy(pixels + at, &pixel, sizeof pixel);
+        std::memcpy(to + at, &pixel, sizeof pixel);
     }
 }
 
-// Groups of a fixed size, which the compiler turns into vector code wherever the target's
-// baseline has vectors (SSE2 on x86-64), and into word operations elsewhere.
-void convertPortable(unsigned char* pixels, size_t count) {
+// Groups of a fixed size, each read whole before it is written, which the compiler turns into
+// vector code wherever the target's baseline has vectors (SSE2 on x86-64), and into word
+// operations elsewhere.
+void convertPortable(unsigned char* to, const unsigned char* from, size_t count) {
     constexpr size_t kGroupPixels = 16;
     const size_t grouped = count - count % kGroupPixels;
     for (size_t pixel = 0; pixel < grouped; pixel += kGroupPixels) {
-        convertEachPixel(pixels + pixel * kBytesPerPixel, kGroupPixels);
+        uint32_t group[kGroupPixels];
+        std::memcpy(group, from + pixel * kBytesPerPixel, sizeof group);
+        // Unrolled, the group stays in registers instead of a round trip through the stack.
+#pragma GCC unroll 16
+        for (uint32_t& word : group) {
+            word = swapRedAndBlue(word);
+        }
+        std::memcpy(to + pixel * kBytesPerPixel, group, sizeof group);
     }
-    convertEachPixel(pixels + grouped * kBytesPerPixel, count - grouped);
+    convertEachPixel(to + grouped * kBytesPerPixel, from + grouped * kBytesPerPixel,
+                     count - grouped);
 }
 
 #if defined(__x86_64__)
@@ -68,21 +84,25 @@ size_t pixelsBeforeBoundary(const unsigned char* pixels, size_t count, size_t al
     return std::min(count, (alignment - address % alignment) % alignment / kBytesPerPixel);
 }
 
-// One byte shuffle per 8 pixels; a pixel never crosses the shuffle's 16-byte lanes. The agent's
-// buffer usually starts mid-line, and a load or store across two cache lines costs about a
-// quarter more, so the vectors start at a boundary whenever the pixels allow it.
-__attribute__((target("avx2"))) void convertAvx2(unsigned char* pixels, size_t count) {
+// One byte shuffle per 8 pixels; a pixel never crosses the shuffle's 16-byte lanes. A store
+// across two cache lines costs more than such a load, so the stores start at a boundary whenever
+// the pixels allow it.
+__attribute__((target("avx2"))) void convertAvx2(unsigned char* to, const unsigned char* from,
+                                                 size_t count) {
     const __m256i order = _mm256_setr_epi8(2, 1, 0, 3, 6, 5, 4, 7, 10, 9, 8, 11, 14, 13, 12, 15, 2,
                                            1, 0, 3, 6, 5, 4, 7, 10, 9, 8, 11, 14, 13, 12, 15);
-    const size_t head = pixelsBeforeBoundary(pixels, count, sizeof(__m256i));
-    convertEachPixel(pixels, head);
+    const size_t head = pixelsBeforeBoundary(to, count, sizeof(__m256i));
+    convertEachPixel(to, from, head);
     constexpr size_t kVectorPixels = sizeof(__m256i) / kBytesPerPixel;
-    const size_t vectored = head + (count - head) / kVectorPixels * kVectorPixels;
-    for (size_t pixel = head; pixel < vectored; pixel += kVectorPixels) {
-        auto* at = reinterpret_cast<__m256i*>(pixels + pixel * kBytesPerPixel);
-        _mm256_storeu_si256(at, _mm256_shuffle_epi8(_mm256_loadu_si256(at), order));
+    const size_t vectors = (count - head) / kVectorPixels;
+    auto* out = reinterpret_cast<__m256i*>(to + head * kBytesPerPixel);
+    auto* in = reinterpret_cast<const __m256i*>(from + head * kBytesPerPixel);
+    for (__m256i* const end = out + vectors; out != end; ++out, ++in) {
+        _mm256_storeu_si256(out, _mm256_shuffle_epi8(_mm256_loadu_si256(in), order));
     }
-    convertEachPixel(pixels + vectored * kBytesPerPixel, count - vectored);
+    const size_t vectored = head + vectors * kVectorPixels;
+    convertEachPixel(to + vectored * kBytesPerPixel, from + vectored * kBytesPerPixel,
+                     count - vectored);
 }
 
 bool cpuHasAvx2() {
@@ -100,18 +120,19 @@ constexpr PixelConverter kConverters[] = {
 // The armhf baseline has no NEON, so this function alone is built for it; it runs only where the
 // CPU reports NEON. 16 pixels a step: the load splits them into four planes, one per byte of a
 // pixel, and the store interleaves them again with the first and third planes traded.
-__attribute__((target("fpu=neon"))) void convertNeon(unsigned char* pixels, size_t count) {
+__attribute__((target("fpu=neon"))) void convertNeon(unsigned char* to, const unsigned char* from,
+                                                     size_t count) {
     constexpr size_t kVectorPixels = 16;
     const size_t vectored = count - count % kVectorPixels;
     for (size_t pixel = 0; pixel < vectored; pixel += kVectorPixels) {
-        unsigned char* at = pixels + pixel * kBytesPerPixel;
-        uint8x16x4_t planes = vld4q_u8(at);
+        uint8x16x4_t planes = vld4q_u8(from + pixel * kBytesPerPixel);
         const uint8x16_t blue = planes.val[0];
         planes.val[0] = planes.val[2];
         planes.val[2] = blue;
-        vst4q_u8(at, planes);
+        vst4q_u8(to + pixel * kBytesPerPixel, planes);
     }
-    convertEachPixel(pixels + vectored * kBytesPerPixel, count - vectored);
+    convertEachPixel(to + vectored * kBytesPerPixel, from + vectored * kBytesPerPixel,
+                     count - vectored);
 }
 
 bool cpuHasNeon() {
@@ -156,6 +177,13 @@ size_t readBlock(int file, unsigned char* buffer, size_t begin, size_t end) {
     return at;
 }
 
+// How far above its place a block must land for the kernel's copy to be line for line: the
+// conversion then moves it down into place while it is cached anyway.
+size_t liftOntoCacheLines(const unsigned char* buffer) {
+    const size_t offset = reinterpret_cast<uintptr_t>(buffer) % kCacheLineBytes;
+    return (kCacheLineBytes - offset) % kCacheLineBytes;
+}
+
 }  // namespace
 
 PixelConverterList pixelConverters() {
@@ -176,13 +204,17 @@ size_t convertScreenshot(int file, size_t framePixels, unsigned char* buffer) {
         std::min(framePixels, static_cast<size_t>(status.st_size) / kBytesPerPixel) *
         kBytesPerPixel;
     const PixelConversion convert = chosenPixelConversion();
+    const size_t lift = liftOntoCacheLines(buffer);
     // Read a block, then convert it while it is still cached. The file is read, never mapped: a
     // screenshot the TV shortens meanwhile just ends early, where a mapping would fault.
     for (size_t begin = 0; begin < bytes; begin += kBlockBytes) {
         const size_t end = std::min(begin + kBlockBytes, bytes);
-        const size_t read = readBlock(file, buffer, begin, end);
+        // Landed lifted, a block covers the start of the next one, which is not converted yet;
+        // the last has no room above it in the frame and lands in its place.
+        const size_t landing = end + lift <= bytes ? lift : 0;
+        const size_t read = readBlock(file, buffer + landing, begin, end);
         const size_t whole = read - (read - begin) % kBytesPerPixel;
-        convert(buffer + begin, (whole - begin) / kBytesPerPixel);
+        convert(buffer + begin, buffer + begin + landing, (whole - begin) / kBytesPerPixel);
         if (whole < end) {
             return whole / kBytesPerPixel;
         }

@@ -8,8 +8,9 @@ namespace norvane {
 // Screenshots and frames alike: four bytes a pixel.
 constexpr size_t kBytesPerPixel = 4;
 
-// Turns `count` B,G,R,A pixels at `pixels` into R,G,B,A in place. Any alignment.
-using PixelConversion = void (*)(unsigned char* pixels, size_t count);
+// Turns `count` B,G,R,A pixels at `from` into R,G,B,A at `to`: in place, or moved down, as `to`
+// may lie below `from` and overlap it. Any alignment.
+using PixelConversion = void (*)(unsigned char* to, const unsigned char* from, size_t count);
 
 // One implementation of the pixel conversion built for this target.
 struct PixelConverter {
@@ -33,8 +34,8 @@ PixelConversion chosenPixelConversion();
 
 // Copies the complete B,G,R,A pixels of the open screenshot `file`, at most `framePixels`, into
 // `buffer` as R,G,B,A, on the calling thread alone. Returns how many pixels from the start were
-// converted: fewer than the file held when the TV shortens it meanwhile. Nothing past the frame
-// is written.
+// converted: fewer than the file held when the TV shortens it meanwhile, and then up to a cache
+// line past them may hold unconverted bytes. Nothing past the frame is written.
 size_t convertScreenshot(int file, size_t framePixels, unsigned char* buffer);
 
 }  // namespace norvane

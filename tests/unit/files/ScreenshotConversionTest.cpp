@@ -101,6 +101,28 @@ TEST(ScreenshotConversion, EveryCompletePixelOfAnySizeAndNothingPastIt) {
     }
 }
 
+// Each block lands where the kernel copies fastest, up to a cache line above its place in the
+// agent's buffer, and is moved down as it is converted: the buffer's start within a line, pixel
+// aligned or not, never changes the result or what lies around it.
+TEST(ScreenshotConversion, TheSameFrameWhereverTheBufferStartsInACacheLine) {
+    const size_t sizes[] = {5, 262144 + 60, 3 * 262144 + 43};
+    constexpr size_t kGuard = 64;
+    for (const size_t size : sizes) {
+        const std::string screenshot = randomBytes(size, static_cast<unsigned>(size));
+        const OpenScreenshot open(screenshot, testName());
+        const std::vector<unsigned char> frame = expectedBuffer(screenshot, size / 4, size);
+        for (size_t offset = 0; offset < 64; ++offset) {
+            SCOPED_TRACE(testing::Message() << size << " bytes to offset " << offset);
+            std::vector<unsigned char> buffer(size + offset + 2 * kGuard, kUntouched);
+            unsigned char* const start = buffer.data() + kGuard + offset;
+            std::vector<unsigned char> expected = buffer;
+            std::copy(frame.begin(), frame.end(), expected.begin() + kGuard + offset);
+            EXPECT_EQ(convertScreenshot(open.file(), size / 4, start), size / 4);
+            ASSERT_EQ(buffer, expected);
+        }
+    }
+}
+
 TEST(ScreenshotConversion, StopsAtTheFrameWhenTheFileHoldsMore) {
     const std::string screenshot = randomBytes(kFullHdPixels * 4 + 64, 7);
     const OpenScreenshot open(screenshot, testName());
@@ -120,28 +142,36 @@ TEST(ScreenshotConversion, AFileThatCannotBeReadGivesNoPixels) {
 // for this CPU, but a TV with another CPU takes another.
 class PixelConversionTest : public testing::TestWithParam<PixelConverter> {};
 
-TEST_P(PixelConversionTest, AnyLengthAtAnyAlignmentAndNothingAroundIt) {
+TEST_P(PixelConversionTest, AnyLengthAtAnyAlignmentInPlaceOrMovedDownAndNothingAroundIt) {
     const PixelConverter& converter = GetParam();
     if (!converter.runsHere()) {
         GTEST_SKIP() << converter.name << " needs instructions this CPU lacks";
     }
     // Zero, one, around the vector widths, and a long ragged run.
     const size_t counts[] = {0, 1, 3, 4, 5, 7, 8, 9, 15, 16, 17, 31, 32, 33, 63, 64, 65, 1031};
+    // In place, and moved down by less than a pixel, a pixel, a vector and a cache line, so that
+    // source and result overlap in every way the frame copy makes them.
+    const size_t distances[] = {0, 1, 4, 6, 32, 48, 63};
     constexpr size_t kGuard = 64;
     // Every start within a 32-byte vector, on a pixel boundary or off it, so that each length of
     // the lead-in before the first aligned vector is met.
     constexpr size_t kOffsets = 36;
     for (const size_t count : counts) {
-        for (size_t offset = 0; offset < kOffsets; ++offset) {
-            SCOPED_TRACE(testing::Message() << count << " pixels at offset " << offset);
-            const std::string bytes = randomBytes(count * 4 + 2 * kGuard, count * 4 + offset);
-            std::vector<unsigned char> buffer(bytes.begin(), bytes.end());
-            converter.convert(buffer.data() + kGuard + offset, count);
-            std::vector<unsigned char> expected(bytes.begin(), bytes.end());
-            const std::vector<unsigned char> converted =
-                expectedBuffer(bytes.substr(kGuard + offset), count, count * 4);
-            std::copy(converted.begin(), converted.end(), expected.begin() + kGuard + offset);
-            EXPECT_EQ(buffer, expected);
+        for (const size_t distance : distances) {
+            for (size_t offset = 0; offset < kOffsets; ++offset) {
+                SCOPED_TRACE(testing::Message() << count << " pixels to offset " << offset
+                                                << " from " << distance << " bytes above");
+                const size_t to = kGuard + offset;
+                const std::string bytes =
+                    randomBytes(count * 4 + distance + 2 * kGuard, count * 4 + offset + distance);
+                std::vector<unsigned char> buffer(bytes.begin(), bytes.end());
+                converter.convert(buffer.data() + to, buffer.data() + to + distance, count);
+                std::vector<unsigned char> expected(bytes.begin(), bytes.end());
+                const std::vector<unsigned char> converted =
+                    expectedBuffer(bytes.substr(to + distance), count, count * 4);
+                std::copy(converted.begin(), converted.end(), expected.begin() + to);
+                ASSERT_EQ(buffer, expected);
+            }
         }
     }
 }
