@@ -97,7 +97,15 @@ __attribute__((target("avx2"))) void convertAvx2(unsigned char* to, const unsign
     const size_t vectors = (count - head) / kVectorPixels;
     auto* out = reinterpret_cast<__m256i*>(to + head * kBytesPerPixel);
     auto* in = reinterpret_cast<const __m256i*>(from + head * kBytesPerPixel);
-    for (__m256i* const end = out + vectors; out != end; ++out, ++in) {
+    // Two vectors a step: with one, the loop runs at half speed on some CPUs wherever the code
+    // happens to lie across an instruction-fetch boundary.
+    for (__m256i* const end = out + vectors / 2 * 2; out != end; out += 2, in += 2) {
+        const __m256i first = _mm256_loadu_si256(in);
+        const __m256i second = _mm256_loadu_si256(in + 1);
+        _mm256_storeu_si256(out, _mm256_shuffle_epi8(first, order));
+        _mm256_storeu_si256(out + 1, _mm256_shuffle_epi8(second, order));
+    }
+    if (vectors % 2 != 0) {
         _mm256_storeu_si256(out, _mm256_shuffle_epi8(_mm256_loadu_si256(in), order));
     }
     const size_t vectored = head + vectors * kVectorPixels;
