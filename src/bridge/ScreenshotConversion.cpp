@@ -37,6 +37,12 @@ bool always() {
     return true;
 }
 
+// Bytes from `at` up to the next `alignment`-byte boundary; none when `at` lies on one.
+size_t bytesToBoundary(const unsigned char* at, size_t alignment) {
+    const auto address = reinterpret_cast<uintptr_t>(at);
+    return (alignment - address % alignment) % alignment;
+}
+
 // A B,G,R,A pixel read as a little-endian word is 0xAARRGGBB: G and A stay, R and B trade places.
 inline uint32_t swapRedAndBlue(uint32_t pixel) {
     return (pixel & 0xFF00FF00u) | ((pixel >> 16) & 0xFFu) | ((pixel & 0xFFu) << 16);
@@ -77,11 +83,10 @@ void convertPortable(unsigned char* to, const unsigned char* from, size_t count)
 // Pixels to take one at a time before `pixels` reaches an `alignment`-byte boundary; none when
 // the pixels do not lie on 4-byte boundaries, so no whole pixel ever starts at one.
 size_t pixelsBeforeBoundary(const unsigned char* pixels, size_t count, size_t alignment) {
-    const auto address = reinterpret_cast<uintptr_t>(pixels);
-    if (address % kBytesPerPixel != 0) {
+    if (reinterpret_cast<uintptr_t>(pixels) % kBytesPerPixel != 0) {
         return 0;
     }
-    return std::min(count, (alignment - address % alignment) % alignment / kBytesPerPixel);
+    return std::min(count, bytesToBoundary(pixels, alignment) / kBytesPerPixel);
 }
 
 // One byte shuffle per 8 pixels; a pixel never crosses the shuffle's 16-byte lanes. A store
@@ -185,13 +190,6 @@ size_t readBlock(int file, unsigned char* buffer, size_t begin, size_t end) {
     return at;
 }
 
-// How far above its place a block must land for the kernel's copy to be line for line: the
-// conversion then moves it down into place while it is cached anyway.
-size_t liftOntoCacheLines(const unsigned char* buffer) {
-    const size_t offset = reinterpret_cast<uintptr_t>(buffer) % kCacheLineBytes;
-    return (kCacheLineBytes - offset) % kCacheLineBytes;
-}
-
 }  // namespace
 
 PixelConverterList pixelConverters() {
@@ -212,7 +210,9 @@ size_t convertScreenshot(int file, size_t framePixels, unsigned char* buffer) {
         std::min(framePixels, static_cast<size_t>(status.st_size) / kBytesPerPixel) *
         kBytesPerPixel;
     const PixelConversion convert = chosenPixelConversion();
-    const size_t lift = liftOntoCacheLines(buffer);
+    // How far above its place a block lands for the kernel's copy to be line for line; the
+    // conversion moves it down into place while it is cached anyway.
+    const size_t lift = bytesToBoundary(buffer, kCacheLineBytes);
     // Read a block, then convert it while it is still cached. The file is read, never mapped: a
     // screenshot the TV shortens meanwhile just ends early, where a mapping would fault.
     for (size_t begin = 0; begin < bytes; begin += kBlockBytes) {
