@@ -6,17 +6,12 @@
 #include <string>
 
 #include "Feed.h"
+#include "support/TextCount.h"
 
 namespace agentsim::console {
 namespace {
 
-int count(const std::string& text, const std::string& what) {
-    int found = 0;
-    for (size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + 1)) {
-        ++found;
-    }
-    return found;
-}
+using testing_support::occurrences;
 
 std::string drain(EventStream& stream) {
     std::string all;
@@ -58,7 +53,7 @@ TEST(ConsoleFeed, AStreamStartsWithTheStateAndSendsEntriesInOrder) {
     ASSERT_NE(three, std::string::npos);
     EXPECT_LT(one, two);
     EXPECT_LT(two, three);
-    EXPECT_EQ(count(text, "event: entry\ndata: {"), 3);
+    EXPECT_EQ(occurrences(text, "event: entry\ndata: {"), 3);
 
     feed->setState("{\"a\":1}");
     EXPECT_EQ(drain(*stream), "") << "an unchanged state is not sent again";
@@ -77,7 +72,7 @@ TEST(ConsoleFeed, AWaitingStreamIsWokenOnceByTheNextEntry) {
     EXPECT_EQ(wakes.load(), 10);
     feed->add("tv", "more");
     EXPECT_EQ(wakes.load(), 10) << "a wake is called once";
-    EXPECT_EQ(count(drain(*stream), "event: entry"), 2);
+    EXPECT_EQ(occurrences(drain(*stream), "event: entry"), 2);
 }
 
 TEST(ConsoleFeed, AStreamThatFellBehindIsToldHowManyEntriesItMissed) {
@@ -90,7 +85,7 @@ TEST(ConsoleFeed, AStreamThatFellBehindIsToldHowManyEntriesItMissed) {
     }
     const std::string text = drain(*stream);
     EXPECT_NE(text.find("event: dropped\ndata: {\"count\":6}\n\n"), std::string::npos) << text;
-    EXPECT_EQ(count(text, "event: entry"), 4);
+    EXPECT_EQ(occurrences(text, "event: entry"), 4);
 
     const auto late = feed->subscribe();
     EXPECT_EQ(drain(*late).find("dropped"), std::string::npos)
@@ -113,9 +108,9 @@ TEST(ConsoleFeed, ABigBacklogGoesOutInPieces) {
         feed->add("tv", std::to_string(i));
     }
     const auto stream = feed->subscribe();
-    EXPECT_EQ(count(stream->next([] {}), "event: entry"), 256);
-    EXPECT_EQ(count(stream->next([] {}), "event: entry"), 256);
-    EXPECT_EQ(count(stream->next([] {}), "event: entry"), 88);
+    EXPECT_EQ(occurrences(stream->next([] {}), "event: entry"), 256);
+    EXPECT_EQ(occurrences(stream->next([] {}), "event: entry"), 256);
+    EXPECT_EQ(occurrences(stream->next([] {}), "event: entry"), 88);
 }
 
 }  // namespace

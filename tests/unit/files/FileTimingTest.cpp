@@ -64,10 +64,10 @@ protected:
 // and an archive found then counts as missing.
 TEST_F(FileTiming, TheArchiveCountsWhenFoundAfterTheNinthWaitButNotAfterTheTenth) {
     EXPECT_EQ(packWithArchiveDuringWait(9), 1);
-    EXPECT_EQ(timesPrinted(console.take(), kChannelWait), 9u);
+    EXPECT_EQ(occurrences(console.take(), kChannelWait), 9u);
     fs::remove(hostPath(kArchive));
     EXPECT_EQ(packWithArchiveDuringWait(10), 0);
-    EXPECT_EQ(timesPrinted(console.take(), kChannelWait), 10u);
+    EXPECT_EQ(occurrences(console.take(), kChannelWait), 10u);
 }
 
 TEST_F(FileTiming, TheFirstLogChunkIsAwaitedForTenOneSecondWaits) {
@@ -75,7 +75,7 @@ TEST_F(FileTiming, TheFirstLogChunkIsAwaitedForTenOneSecondWaits) {
     setenv("TVSIM_LOG_BYTES", "0", 1);
     EXPECT_EQ(throughWaits([] { return BizBackupReadFile("Log0"); }, 10), 0);
     unsetenv("TVSIM_LOG_BYTES");
-    EXPECT_EQ(timesPrinted(console.take(), kLogWait), 10u);
+    EXPECT_EQ(occurrences(console.take(), kLogWait), 10u);
 }
 
 TEST_F(FileTiming, RemovalsPauseOneSecond) {

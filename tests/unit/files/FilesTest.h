@@ -11,16 +11,11 @@
 #include "bridge/ZelBizClient.h"
 #include "support/SimulatedPlatform.h"
 #include "support/StdoutCapture.h"
+#include "support/TextCount.h"
 
 namespace norvane {
 
-inline size_t timesPrinted(const std::string& output, const std::string& text) {
-    size_t count = 0;
-    for (size_t at = output.find(text); at != std::string::npos; at = output.find(text, at + 1)) {
-        ++count;
-    }
-    return count;
-}
+using testing_support::occurrences;
 
 class FilesTest : public testing::Test {
 protected:

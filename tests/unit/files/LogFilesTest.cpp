@@ -76,7 +76,7 @@ TEST_F(LogFiles, AMissingChannelDatabaseGivesNoFileAfterTheFullWait) {
     EXPECT_EQ(BizBackupReadFile("Foo"), 0) << "an unknown type packs the channel list";
     EXPECT_GE(tv().monotonicNow().tv_sec - before, 10);
     const std::string output = console.take();
-    EXPECT_EQ(timesPrinted(output, "\t<** Getting channel list file, please wait.\n **>\n"), 10u);
+    EXPECT_EQ(occurrences(output, "\t<** Getting channel list file, please wait.\n **>\n"), 10u);
     EXPECT_THAT(output, HasSubstr("FileType:Foo, totalNum:0\n"));
 }
 
