@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "Screen.h"
+
 namespace agentsim::console {
 namespace {
 
@@ -10,19 +12,19 @@ constexpr auto kWatchingFor = std::chrono::seconds(2);
 // How long a frame request waits for a newer frame before it is answered with none.
 constexpr auto kPatience = std::chrono::seconds(2);
 constexpr size_t kHistoryFrames = 64;
-constexpr int32_t kLargestSide = 8192;
 
 }  // namespace
 
 bool captureFrame(const PluginEntryPoints& plugin, Frame& frame) {
     const int32_t width = plugin.getVideoWidth();
     const int32_t height = plugin.getVideoHeight();
-    if (width <= 0 || height <= 0 || width > kLargestSide || height > kLargestSide) {
+    const size_t bytes = frameBytesOf(width, height);
+    if (bytes == 0) {
         return false;
     }
     frame.width = width;
     frame.height = height;
-    frame.rgba.resize(static_cast<size_t>(width) * static_cast<size_t>(height) * 4);
+    frame.rgba.resize(bytes);
     if (plugin.fillVideoBuffer(frame.rgba.data(), static_cast<uint32_t>(frame.rgba.size())) != 0) {
         return false;
     }
