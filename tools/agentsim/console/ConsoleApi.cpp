@@ -15,7 +15,7 @@ constexpr const char* kCommandsPrefix = "/api/commands/";
 
 const char* const kLockedPage =
     "<!doctype html><meta charset=\"utf-8\"><title>agentsim support console</title>"
-    "<p style=\"font-family:sans-serif\">This is agentsim's support console. Open it with the "
+    "<p>This is agentsim's support console. Open it with the "
     "address that agentsim printed when it started: that address carries the console's access "
     "token.</p>\n";
 

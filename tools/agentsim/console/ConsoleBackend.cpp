@@ -63,7 +63,7 @@ std::string startAnswerName(int32_t initResult) {
             return name;
         }
     }
-    return initResult == 1 ? "networkError" : "serverError";
+    return "serverError";
 }
 
 std::string number(double value) {

@@ -105,7 +105,6 @@ void FeedCollector::run() {
 }
 
 void FeedCollector::collect() {
-    std::lock_guard<std::mutex> round(collecting_);
     std::vector<std::pair<std::string, std::string>> entries;
     // Each record keeps its newest entries between takes; what it had to let go is said too.
     const auto noteDropped = [&](const char* source, uint64_t dropped) {

@@ -29,16 +29,15 @@ public:
     void stop();
     // Collects now rather than at the next tick.
     void poke();
-    // One round of collecting, on the calling thread.
-    void collect();
 
 private:
     void run();
+    // One round of collecting, on the collector's thread.
+    void collect();
 
     Agent& agent_;
     Feed& feed_;
     StateSnapshot state_;
-    std::mutex collecting_;  // one round at a time: the journal and logs are taken, not read
     std::mutex mutex_;
     std::condition_variable wake_;
     bool stopping_ = false;
