@@ -22,13 +22,7 @@ work=""
 
 # clang with its libFuzzer runtime (Debian packages it in libclang-rt-14-dev), and what the
 # project's build configuration looks for.
-packages=(
-  clang-14 libclang-rt-14-dev
-  cmake make pkg-config
-  libboost-dev libssl-dev libjsoncpp-dev libpng-dev
-  libgtest-dev libgmock-dev libbenchmark-dev
-  zip unzip
-)
+packages=(clang-14 libclang-rt-14-dev "${build_packages[@]}")
 
 
 install_packages() {

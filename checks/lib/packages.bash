@@ -1,5 +1,22 @@
 # Shared by ./dev and the checks: installs Debian packages that are missing.
 
+# The project's build on this machine: compiler, build tools, the libraries it links, and the
+# archive tools the log collection runs.
+build_packages=(
+  cmake make g++ pkg-config
+  libboost-dev libssl-dev libjsoncpp-dev libpng-dev
+  libgtest-dev libgmock-dev libbenchmark-dev
+  zip unzip
+)
+
+# What the whole test suite needs besides: the cross compiler that builds a plug-in for another
+# machine, which agentsim must refuse, and Chromium with its driver and Selenium for the
+# console's browser tests.
+test_suite_packages=(
+  gcc-arm-linux-gnueabihf
+  chromium chromium-driver python3-selenium
+)
+
 as_root() {
   if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
 }
