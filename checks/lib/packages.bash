@@ -2,6 +2,7 @@
 
 # The project's build on this machine: compiler, build tools, the libraries it links, and the
 # archive tools the log collection runs.
+# shellcheck disable=SC2034 # used by the scripts that source this file
 build_packages=(
   cmake make g++ pkg-config
   libboost-dev libssl-dev libjsoncpp-dev libpng-dev
@@ -12,6 +13,7 @@ build_packages=(
 # What the whole test suite needs besides: the cross compiler that builds a plug-in for another
 # machine, which agentsim must refuse, and Chromium with its driver and Selenium for the
 # console's browser tests.
+# shellcheck disable=SC2034
 test_suite_packages=(
   gcc-arm-linux-gnueabihf
   chromium chromium-driver python3-selenium
