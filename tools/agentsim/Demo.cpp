@@ -210,6 +210,22 @@ void printNotifications(Agent& agent) {
     }
 }
 
+// The engineer's side puts the host session in `hostState`; waits until the plug-in has told the
+// TV `notifyValue`.
+void engineerMovesSession(Agent& agent, int32_t hostState, int32_t notifyValue) {
+    zelsim::Session session = zelsim::session();
+    session.state = hostState;
+    zelsim::setSession(session);
+    waitFor(agent, "waiting for the plug-in to notice", [notifyValue] {
+        for (const auto& entry : tv().takeJournal()) {
+            if (entry.key == kSessionNotifyKey && std::get<int32_t>(entry.value) == notifyValue) {
+                return true;
+            }
+        }
+        return false;
+    });
+}
+
 void showSession(Agent& agent, const Options& options) {
     std::FILE* out = agent.out();
     const double userScale = options.tv.timeScale;
@@ -223,37 +239,18 @@ void showSession(Agent& agent, const Options& options) {
     viewerPresses({"KEY_CURSOR_DOWN", "KEY_OK"});
     waitFor(agent, "waiting for the code", [] {
         const std::string code = tvText(kSessionCodeKey);
-        return code != "session0" && code != "sessionDefault";
+        return code != kAskForCode && code != "sessionDefault";
     });
     std::fprintf(out, "  the TV menu shows the code: %s\n", tvText(kSessionCodeKey).c_str());
     printTvScreen(out);
 
     std::fprintf(out, "  the engineer connects with the code\n");
-    zelsim::Session session = zelsim::session();
-    session.state = 5;
-    zelsim::setSession(session);
-    waitFor(agent, "waiting for the plug-in to notice", [] {
-        for (const auto& entry : tv().takeJournal()) {
-            if (entry.key == kSessionNotifyKey && std::get<int32_t>(entry.value) == 1) {
-                return true;
-            }
-        }
-        return false;
-    });
+    engineerMovesSession(agent, kHostConnected, kNotifyConnected);
     std::fprintf(out, "  TV <- notify 0, then 1: the TV says an engineer is connected\n");
     printTvScreen(out);
 
     std::fprintf(out, "  the engineer disconnects\n");
-    session.state = 6;
-    zelsim::setSession(session);
-    waitFor(agent, "waiting for the plug-in to notice", [] {
-        for (const auto& entry : tv().takeJournal()) {
-            if (entry.key == kSessionNotifyKey && std::get<int32_t>(entry.value) == 2) {
-                return true;
-            }
-        }
-        return false;
-    });
+    engineerMovesSession(agent, kHostDisconnected, kNotifyDisconnected);
     std::fprintf(out, "  TV <- notify 0, then 2: the TV says the session has ended\n");
     printTvScreen(out);
 
