@@ -226,43 +226,48 @@ bool ConsoleApi::handleCommand(const HttpRequest& request, Responder& respond) {
 }
 
 bool ConsoleApi::handleControl(const HttpRequest& request, Responder& respond) {
-    using Action = std::function<void(const Json::Value& body)>;
-    const std::map<std::string, Action> actions = {
+    using Action = void (*)(ConsoleBackend & backend, const Json::Value& body);
+    static const std::map<std::string, Action> kActions = {
         {"/api/tv/remote-support",
-         [this](const Json::Value& body) { backend_.setRemoteSupport(boolMember(body, "on")); }},
-        {"/api/tv/session-code", [this](const Json::Value&) { backend_.askForSessionCode(); }},
+         [](ConsoleBackend& backend, const Json::Value& body) {
+             backend.setRemoteSupport(boolMember(body, "on"));
+         }},
+        {"/api/tv/session-code",
+         [](ConsoleBackend& backend, const Json::Value&) { backend.askForSessionCode(); }},
         {"/api/tv/network",
-         [this](const Json::Value& body) { backend_.setNetwork(boolMember(body, "up")); }},
+         [](ConsoleBackend& backend, const Json::Value& body) {
+             backend.setNetwork(boolMember(body, "up"));
+         }},
         {"/api/host/engineer",
-         [this](const Json::Value& body) {
-             backend_.setEngineerConnected(boolMember(body, "connected"));
+         [](ConsoleBackend& backend, const Json::Value& body) {
+             backend.setEngineerConnected(boolMember(body, "connected"));
          }},
         {"/api/host/start-answer",
-         [this](const Json::Value& body) {
+         [](ConsoleBackend& backend, const Json::Value& body) {
              const Json::Value& answer = body["answer"];
-             backend_.setSessionStartAnswer(answer.isString() ? answer.asString() : "");
+             backend.setSessionStartAnswer(answer.isString() ? answer.asString() : "");
          }},
         {"/api/time-scale",
-         [this](const Json::Value& body) {
+         [](ConsoleBackend& backend, const Json::Value& body) {
              const Json::Value& scale = body["scale"];
              if (!scale.isNumeric()) {
                  throw ApiError(400, "\"scale\" must be a number");
              }
-             backend_.setTimeScale(scale.asDouble());
+             backend.setTimeScale(scale.asDouble());
          }},
     };
-    const auto found = actions.find(request.path);
-    if (found == actions.end()) {
+    const auto found = kActions.find(request.path);
+    if (found == kActions.end()) {
         return false;
     }
     requireMethod(request, "POST");
     Json::Value body = jsonObjectBody(request);
-    Action action = found->second;
+    const Action action = found->second;
     // The TV, the host and the clock are changed in the order the page asked.
     runInLane(
         "control",
         [this, action, body] {
-            action(body);
+            action(backend_, body);
             collector_.poke();
             return backend_.state();
         },
