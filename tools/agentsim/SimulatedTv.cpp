@@ -13,11 +13,10 @@ namespace {
 
 // Checked before anything is made in the folder: `what` names where it came from.
 void requireUsableRoot(const std::string& folder, const std::string& what) {
-    if (!tvsim::Tv::usableAsRoot(folder)) {
-        throw std::invalid_argument(
-            "agentsim: " + what + " \"" + folder +
-            "\" cannot hold the TV's filesystem: the TV's shell tools take the folder's name as "
-            "it stands, so it may hold only letters, digits and / . _ - + , : @ % =");
+    try {
+        tvsim::Tv::requireUsableRoot(folder);
+    } catch (const std::invalid_argument& error) {
+        throw std::invalid_argument("agentsim: " + what + " " + error.what());
     }
 }
 
@@ -52,8 +51,9 @@ void loadProfile(tvsim::Tv& tv, const std::string& profile) {
 
 SimulatedTv::SimulatedTv(const TvOptions& options) {
     if (options.root.empty()) {
-        requireUsableRoot(temporaryFolder(), "the temporary folder (TMPDIR)");
-        temporaryRoot_ = std::make_unique<TemporaryFolder>(temporaryFolder() + "/agentsim-tv-");
+        const std::string temporary = temporaryFolder();
+        requireUsableRoot(temporary, "the temporary folder (TMPDIR)");
+        temporaryRoot_ = std::make_unique<TemporaryFolder>(temporary + "/agentsim-tv-");
         root_ = temporaryRoot_->path();
     } else {
         root_ = userRoot(options.root);

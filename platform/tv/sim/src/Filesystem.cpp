@@ -85,13 +85,17 @@ bool Filesystem::usableAsRoot(const std::string& folder) {
     return std::all_of(folder.begin(), folder.end(), plainInShell);
 }
 
-void Filesystem::setRoot(const std::string& folder) {
+void Filesystem::requireUsableRoot(const std::string& folder) {
     if (!usableAsRoot(folder)) {
         throw std::invalid_argument(
             "\"" + folder +
             "\" cannot hold the TV's filesystem: the TV's shell tools take the folder's name as it "
             "stands, so it may hold only letters, digits and / . _ - + , : @ % =");
     }
+}
+
+void Filesystem::setRoot(const std::string& folder) {
+    requireUsableRoot(folder);
     std::string root = folder;
     while (!root.empty() && root.back() == '/') {
         root.pop_back();

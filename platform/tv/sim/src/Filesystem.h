@@ -15,6 +15,8 @@ public:
     // std::runtime_error when the tools cannot be installed.
     void setRoot(const std::string& folder);
     static bool usableAsRoot(const std::string& folder);
+    // Throws std::invalid_argument, naming the folder and what it may hold, unless usableAsRoot.
+    static void requireUsableRoot(const std::string& folder);
     // Set while the TV is being set up, so no lock guards the reference.
     const std::string& root() const { return root_; }
     std::string resolve(const std::string& tvPath) const;

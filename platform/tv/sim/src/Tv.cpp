@@ -155,6 +155,10 @@ bool Tv::usableAsRoot(const std::string& folder) {
     return Filesystem::usableAsRoot(folder);
 }
 
+void Tv::requireUsableRoot(const std::string& folder) {
+    Filesystem::requireUsableRoot(folder);
+}
+
 std::string Tv::resolvePath(const std::string& tvPath) const {
     return state_->service.filesystem().resolve(tvPath);
 }

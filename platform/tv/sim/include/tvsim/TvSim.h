@@ -162,6 +162,8 @@ public:
     // ASCII and / . _ - + , : @ % = only (no blank, quote, ';', '$', backquote, backslash, line
     // break or other character the shell gives a meaning).
     static bool usableAsRoot(const std::string& folder);
+    // Throws std::invalid_argument, naming the folder and what it may hold, unless usableAsRoot.
+    static void requireUsableRoot(const std::string& folder);
     // A TV path in the host's filesystem, unchecked: for the plug-in's own fixed paths.
     std::string resolvePath(const std::string& tvPath) const;
     // A TV path that someone outside the TV names (a script, a profile, an action's arguments),
