@@ -227,11 +227,12 @@ void ScriptRunner::addTvOperations() {
     operations_["tv.screen"] = [](const Json::Value& request) {
         const int32_t width = intMember(request, "width");
         const int32_t height = intMember(request, "height");
-        if (frameBytesOf(width, height) == 0) {
+        try {
+            tvsim::Tv::instance().setScreenSize(width, height);
+        } catch (const std::invalid_argument&) {
             throw StepError("\"width\" and \"height\" must be from 1 to " +
                             std::to_string(tvsim::Tv::largestScreenSide()));
         }
-        tvsim::Tv::instance().setScreenSize(width, height);
         return Json::Value(Json::objectValue);
     };
     operations_["tv.file"] = [](const Json::Value& request) {
