@@ -17,6 +17,7 @@
 #include <iterator>
 #include <thread>
 
+#include "support/Eventually.h"
 #include "support/JsonLines.h"
 #include "support/ProcessRun.h"
 
@@ -50,16 +51,9 @@ std::vector<std::string> entriesOf(const fs::path& folder) {
     return names;
 }
 
-// Waits (a few real milliseconds at a time) until `condition` holds; false after about a
-// minute, which a program started under emulation on a loaded machine may need.
+// A program started under emulation on a loaded machine may need about a minute.
 bool eventually(const std::function<bool()>& condition) {
-    for (int i = 0; i < 6000; ++i) {
-        if (condition()) {
-            return true;
-        }
-        std::this_thread::sleep_for(std::chrono::milliseconds(10));
-    }
-    return condition();
+    return testing_support::eventually(condition, std::chrono::minutes(1));
 }
 
 // Each test has a folder of its own: agentsim takes it as its temporary folder (TMPDIR), so that

@@ -22,16 +22,6 @@ tvsim::Tv& tv() {
 
 }  // namespace
 
-bool eventually(const std::function<bool()>& condition) {
-    for (int i = 0; i < 2500; ++i) {
-        if (condition()) {
-            return true;
-        }
-        std::this_thread::sleep_for(std::chrono::milliseconds(2));
-    }
-    return condition();
-}
-
 HeldTime::HeldTime() : start_(tv().holdTime()) {}
 
 HeldTime::~HeldTime() {

@@ -12,10 +12,9 @@
 #include <thread>
 #include <vector>
 
-namespace testing_support {
+#include "support/Eventually.h"
 
-// Checks `condition` every few real milliseconds; false when it still fails after ~5 s.
-bool eventually(const std::function<bool()>& condition);
+namespace testing_support {
 
 class HeldTime {
 public:

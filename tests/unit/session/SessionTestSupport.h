@@ -56,7 +56,6 @@ protected:
         return std::get<std::string>(platform.tv().get(kSessionCodeKey));
     }
 
-    // Polls (a few real milliseconds at a time) until `condition` holds; false after ~5 s.
     static bool eventually(const std::function<bool()>& condition) {
         return testing_support::eventually(condition);
     }
