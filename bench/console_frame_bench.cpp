@@ -4,18 +4,14 @@
 // and the CPU the route used, on every thread: "cores" for the whole process, "server_cores"
 // without the page's own thread (this benchmark's thread, which reads the frames).
 #include <benchmark/benchmark.h>
-#include <fcntl.h>
 #include <time.h>
-#include <unistd.h>
 
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/tcp.hpp>
 #include <boost/beast/core.hpp>
 #include <boost/beast/http.hpp>
 #include <chrono>
-#include <cstdio>
 #include <cstring>
-#include <memory>
 #include <thread>
 
 #include "AccessGuard.h"

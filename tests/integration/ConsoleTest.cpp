@@ -167,7 +167,7 @@ protected:
     }
 
     // Stops the console as Ctrl-C does; how it ended.
-    ProcessResult interrupt(int signal = SIGINT) {
+    ProcessResult interrupt(int signal) {
         process_->signal(signal);
         return process_->wait();
     }
