@@ -11,6 +11,7 @@
 #include "Screen.h"
 #include "ScriptValues.h"
 #include "SessionSettings.h"
+#include "SimulatedTv.h"
 #include "tvsim/TvSim.h"
 #include "zel/core/Base64Util.h"
 #include "zelsim/HostSim.h"
@@ -30,12 +31,6 @@ struct Section {
 
 tvsim::Tv& tv() {
     return tvsim::Tv::instance();
-}
-
-std::string tvText(const char* key) {
-    const tvsim::Value value = tv().get(key);
-    const auto* text = std::get_if<std::string>(&value);
-    return text != nullptr ? *text : std::string();
 }
 
 void printIndented(std::FILE* out, const std::string& text) {

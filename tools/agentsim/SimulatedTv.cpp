@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <stdexcept>
+#include <variant>
 
 #include "tvsim/TvSim.h"
 
@@ -48,6 +49,18 @@ void loadProfile(tvsim::Tv& tv, const std::string& profile) {
 }
 
 }  // namespace
+
+std::string tvText(const char* key) {
+    const tvsim::Value value = tvsim::Tv::instance().get(key);
+    const auto* text = std::get_if<std::string>(&value);
+    return text != nullptr ? *text : std::string();
+}
+
+int32_t tvNumber(const char* key) {
+    const tvsim::Value value = tvsim::Tv::instance().get(key);
+    const auto* number = std::get_if<int32_t>(&value);
+    return number != nullptr ? *number : 0;
+}
 
 SimulatedTv::SimulatedTv(const TvOptions& options) {
     if (options.root.empty()) {

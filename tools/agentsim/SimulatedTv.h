@@ -2,6 +2,7 @@
 // state (built-in profile, a profile file or an empty TV) and its time scale.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -30,5 +31,9 @@ private:
     std::unique_ptr<TemporaryFolder> temporaryRoot_;
     std::string root_;
 };
+
+// A setting's value on the simulated TV now; empty or 0 when it has none of that type.
+std::string tvText(const char* key);
+int32_t tvNumber(const char* key);
 
 }  // namespace agentsim

@@ -6,6 +6,7 @@
 #include "JsonText.h"
 #include "ScriptValues.h"
 #include "SessionSettings.h"
+#include "SimulatedTv.h"
 #include "tvsim/TvSim.h"
 #include "zelsim/HostSim.h"
 
@@ -21,18 +22,6 @@ const std::pair<const char*, int32_t> kStartAnswers[] = {
 
 tvsim::Tv& tv() {
     return tvsim::Tv::instance();
-}
-
-int32_t tvNumber(const char* key) {
-    const tvsim::Value value = tv().get(key);
-    const auto* number = std::get_if<int32_t>(&value);
-    return number != nullptr ? *number : 0;
-}
-
-std::string tvText(const char* key) {
-    const tvsim::Value value = tv().get(key);
-    const auto* text = std::get_if<std::string>(&value);
-    return text != nullptr ? *text : std::string();
 }
 
 std::string remoteSupportState(int32_t value) {
